@@ -1,0 +1,60 @@
+# SPDX-FileCopyrightText: The project's authors
+# SPDX-License-Identifier: MIT
+
+include_guard()
+
+# What every target of ours is compiled with.
+function(molk_compile_rules target)
+    target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor
+        $<$<BOOL:${MOLK_WERROR}>:-Werror>)
+    target_compile_definitions(${target} PRIVATE QT_NO_CAST_TO_ASCII QT_RESTRICTED_CAST_FROM_ASCII
+        QT_NO_FOREACH QT_NO_JAVA_STYLE_ITERATORS QT_NO_URL_CAST_FROM_STRING
+        QT_DISABLE_DEPRECATED_BEFORE=0x050F00)
+endfunction()
+
+# A static library. INCLUDES are folders below the project's root that users of the library see.
+function(molk_add_library target)
+    cmake_parse_arguments(arg "" "" "SOURCES;INCLUDES;LINK" ${ARGN})
+    add_library(${target} STATIC ${arg_SOURCES})
+    foreach(folder IN LISTS arg_INCLUDES)
+        target_include_directories(${target} PUBLIC
+            $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/${folder}>)
+    endforeach()
+    target_link_libraries(${target} PUBLIC ${arg_LINK})
+    set_target_properties(${target} PROPERTIES POSITION_INDEPENDENT_CODE ON)
+    molk_compile_rules(${target})
+endfunction()
+
+# A test program of one source; what follows the source is linked.
+function(molk_add_test target source)
+    add_executable(${target} ${source})
+    target_link_libraries(${target} PRIVATE ${ARGN})
+    molk_compile_rules(${target})
+    add_test(NAME ${target} COMMAND ${target})
+    set_tests_properties(${target} PROPERTIES TIMEOUT 120 ENVIRONMENT
+        "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/lsan.supp")
+endfunction()
+
+# A benchmark of one source; it runs under `./dev bench` only.
+function(molk_add_benchmark target source)
+    add_executable(${target} ${source})
+    target_link_libraries(${target} PRIVATE ${ARGN})
+    molk_compile_rules(${target})
+    add_test(NAME ${target} COMMAND ${target} CONFIGURATIONS Benchmark)
+endfunction()
+
+# A fuzz target of one source: libFuzzer's in the fuzz preset, else a program that replays the
+# target's corpus as a test.
+function(molk_add_fuzzer target source)
+    add_executable(${target} ${source})
+    target_link_libraries(${target} PRIVATE ${ARGN})
+    if(MOLK_FUZZ)
+        target_compile_options(${target} PRIVATE -fsanitize=fuzzer)
+        target_link_options(${target} PRIVATE -fsanitize=fuzzer)
+    else()
+        target_sources(${target} PRIVATE ${PROJECT_SOURCE_DIR}/fuzz/replay_main.cpp)
+        target_link_libraries(${target} PRIVATE Qt5::Core)
+        add_test(NAME ${target}_corpus COMMAND ${target} ${PROJECT_SOURCE_DIR}/fuzz/corpus/${target})
+    endif()
+    molk_compile_rules(${target})
+endfunction()
