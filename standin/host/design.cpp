@@ -1,0 +1,132 @@
+// SPDX-FileCopyrightText: The project's authors
+// SPDX-License-Identifier: MIT
+
+#include "host/design.h"
+
+#include "host/calllog.h"
+
+#include "te/taskengine.h"
+
+static Standin::Design *currentDesign = nullptr;
+
+// Without a host the services stand all the same, and answer as without a project.
+static Standin::Design *livingDesign()
+{
+    if (!currentDesign) {
+        static auto *nobodys = new Standin::Design;
+        currentDesign = nobodys;
+    }
+    return currentDesign;
+}
+
+namespace TE {
+
+TaskEngine *TaskEngine::instance()
+{
+    static TaskEngine engine;
+    return &engine;
+}
+
+DesignManager *TaskEngine::designManager() const
+{
+    return livingDesign();
+}
+
+FlowManager *TaskEngine::flowManager() const
+{
+    return livingDesign();
+}
+
+} // namespace TE
+
+namespace Standin {
+
+Design::Design()
+{
+    currentDesign = this;
+}
+
+Design::~Design()
+{
+    currentDesign = nullptr;
+}
+
+QMap<QString, QVariant> Design::getSourceFileInfo() const
+{
+    record("getSourceFileInfo");
+    return sourceFileInfo;
+}
+
+QVariant Design::getOptionValue(const QString &name) const
+{
+    record("getOptionValue " + name);
+    return options.value(name);
+}
+
+QString Design::workingDir() const
+{
+    record("workingDir");
+    return directory;
+}
+
+TE::DesignFile Design::getFileInfo(const QString &path) const
+{
+    record("getFileInfo " + path);
+    return files.value(path);
+}
+
+QString Design::resultFile(const QString &kind)
+{
+    record("resultFile " + kind);
+    return results.value(kind);
+}
+
+void Design::setSourceFileInfo(const QMap<QString, QVariant> &info)
+{
+    hasSourceFileInfo = true;
+    sourceFileInfo = info;
+}
+
+void Design::setSourceFiles(const QStringList &paths, const QString &top)
+{
+    QVariantList entries;
+    for (const QString &path : paths)
+        entries.append(QVariantMap{{"Path", path}});
+
+    QVariantMap info{{"Files", entries}};
+    if (!top.isNull())
+        info.insert("Top", top);
+    setSourceFileInfo(info);
+}
+
+void Design::setOptionValue(const QString &name, const QVariant &value)
+{
+    options.insert(name, value);
+}
+
+void Design::setWorkingDir(const QString &dir)
+{
+    directory = dir;
+}
+
+void Design::setFileInfo(const TE::DesignFile &file)
+{
+    files.insert(file.path, file);
+}
+
+void Design::setResultFile(const QString &kind, const QString &path)
+{
+    results.insert(kind, path);
+}
+
+void Design::clearAnswers()
+{
+    hasSourceFileInfo = false;
+    sourceFileInfo.clear();
+    options.clear();
+    directory.clear();
+    files.clear();
+    results.clear();
+}
+
+} // namespace Standin
