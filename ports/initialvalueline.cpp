@@ -1,0 +1,149 @@
+// SPDX-FileCopyrightText: The project's authors
+// SPDX-License-Identifier: MIT
+
+#include "initialvalueline.h"
+
+#include "initialvalue.h"
+#include "probeportsoptionwidget.h"
+#include "valueconversion.h"
+
+#include <QEvent>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMessageBox>
+#include <QRegExpValidator>
+
+namespace MOLK {
+
+InitialValueLine::InitialValueLine(int number, ProbePortsOptionWidget *page, QWidget *parent)
+    : QLineEdit(parent)
+    , index(number)
+    , owner(page)
+{
+    connect(this, SIGNAL(editingFinished()), this, SLOT(onTextChange()));
+    setContextMenuPolicy(Qt::NoContextMenu);
+    setFixedHeight(20);
+    validator = new QRegExpValidator(this);
+    updateInputMask();
+    setText("0x0");
+    installEventFilter(this);
+}
+
+InitialValueLine::~InitialValueLine()
+{
+    qDeleteAll(labels);
+    labels.clear();
+}
+
+bool InitialValueLine::event(QEvent *event)
+{
+    if (event->type() == QEvent::FocusOut) {
+        const QPointer<InitialValueLine> self = this;
+        onTextChange();
+        if (!self)
+            return true;
+    }
+
+    // What QLineEdit::event() does on top isn't wanted here: shortcuts of the window stay ahead of
+    // the line's keys.
+    return QWidget::event(event);
+}
+
+bool InitialValueLine::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == this && event->type() == QEvent::FocusOut) {
+        const QPointer<InitialValueLine> self = this;
+        onTextChange();
+        if (!self)
+            return true;
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+int InitialValueLine::bitCount() const
+{
+    int count = 0;
+    for (const QLabel *label : labels)
+        count += label->text().size();
+    return count;
+}
+
+QString InitialValueLine::bitString() const
+{
+    QString bits;
+    for (const QLabel *label : labels)
+        bits += label->text();
+    return bits;
+}
+
+void InitialValueLine::updateInputMask()
+{
+    updateInputMask(bitCount());
+}
+
+void InitialValueLine::updateInputMask(int bitCount)
+{
+    const QString shown = displayText();
+
+    // One digit is never the whole text, so the text is never acceptable. That keeps Return from
+    // committing: only the loss of the focus does.
+    validator->setRegExp(QRegExp("[A-F0-9]", Qt::CaseSensitive, QRegExp::RegExp));
+    setInputMask("");
+    setInputMask(valueMask(bitCount));
+    setValidator(validator);
+    setText(shown);
+}
+
+void InitialValueLine::keyPressEvent(QKeyEvent *event)
+{
+    if (!keySparesPrefix(selectionStart(), hasSelectedText(), cursorPosition(), event->key()))
+        return;
+
+    if (owner)
+        emit owner->modified();
+    QLineEdit::keyPressEvent(event);
+}
+
+void InitialValueLine::onTextChange()
+{
+    const QString typed = displayText();
+    const QString bits = stringHextoBinfor0x(typed);
+    const int width = bitCount();
+    if (effectiveWidth(bits) > width) {
+        rejectText(typed.mid(2));
+        return;
+    }
+
+    const QString fitted = fittedBits(bits, width);
+    int position = 0;
+    for (QLabel *label : qAsConst(labels))
+        label->setText(takeBits(fitted, position, label->text().size()));
+    showBits(bitString());
+}
+
+void InitialValueLine::rejectText(const QString &digits)
+{
+    // Under the message anything may go: the labels, this line, the page, the whole view.
+    const QPointer<InitialValueLine> self = this;
+    const QList<QLabel *> labelsBefore = labels;
+    const QString bitsBefore = bitString();
+
+    QMessageBox::information(this, "Error",
+                             QString("Value '%1' for Probe Out%2 Initial Value exceeds the "
+                                     "effective width.")
+                                 .arg(digits)
+                                 .arg(index),
+                             QMessageBox::Ok);
+    if (!self)
+        return;
+    if (owner)
+        emit owner->modified();
+    showBits(labels == labelsBefore ? bitsBefore : bitString());
+}
+
+void InitialValueLine::showBits(const QString &bits)
+{
+    setText("0x" + stringBintoHex(bits));
+}
+
+} // namespace MOLK
