@@ -4,13 +4,13 @@
 #include "initialvalueline.h"
 
 #include "initialvalue.h"
+#include "modal.h"
 #include "probeportsoptionwidget.h"
 #include "valueconversion.h"
 
 #include <QEvent>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QMessageBox>
 #include <QRegExpValidator>
 
 namespace MOLK {
@@ -128,12 +128,8 @@ void InitialValueLine::rejectText(const QString &digits)
     const QList<QLabel *> labelsBefore = labels;
     const QString bitsBefore = bitString();
 
-    QMessageBox::information(this, "Error",
-                             QString("Value '%1' for Probe Out%2 Initial Value exceeds the "
-                                     "effective width.")
-                                 .arg(digits)
-                                 .arg(index),
-                             QMessageBox::Ok);
+    const QString text = "Value '%1' for Probe Out%2 Initial Value exceeds the effective width.";
+    showMessage(this, QMessageBox::Information, "Error", text.arg(digits, QString::number(index)));
     if (!self)
         return;
     if (owner)

@@ -5,6 +5,7 @@
 
 #include <QLineEdit>
 #include <QList>
+#include <QPointer>
 
 class QLabel;
 class QRegExpValidator;
@@ -28,8 +29,7 @@ public:
     /// Makes a line that reads 0x0.
     ///
     /// \param index number of the Probe Out, counted from 0, as messages name it.
-    /// \param owner page whose modified() is emitted when the user edits; must outlive every focus
-    ///        change of the line; not owned.
+    /// \param owner page whose modified() is emitted when the user edits; not owned.
     /// \param parent may be null.
     InitialValueLine(int index, ProbePortsOptionWidget *owner, QWidget *parent);
 
@@ -71,8 +71,11 @@ public:
     QList<QLabel *> labels;
 
 private:
+    void rejectText(const QString &digits);
+    void showBits(const QString &bits);
+
     QRegExpValidator *validator;
-    ProbePortsOptionWidget *owner;
+    QPointer<ProbePortsOptionWidget> owner;
 };
 
 } // namespace MOLK
