@@ -104,6 +104,15 @@ private slots:
 
 private:
     InitialValueLine *valueLine(int index) const;
+    void setUpTrees();
+    void setUpControls();
+    void setClockControlsEnabled(bool enabled);
+    void appendProbeInRow(int number);
+    InitialValueLine *appendProbeOutRows(int number);
+    void removeProbeOutRows(int index);
+    bool disableUnusedLines();
+    void refreshProbeOut(int index);
+    void warn(const QString &text);
 
     Ui::ProbePortsOptionWidget *ui;
     MolkCore *core;

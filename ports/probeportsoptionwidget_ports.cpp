@@ -1,0 +1,178 @@
+// SPDX-FileCopyrightText: The project's authors
+// SPDX-License-Identifier: MIT
+
+#include "probeportsoptionwidget.h"
+
+#include "ui_probeportsoptionwidget.h"
+
+#include "initialvalueline.h"
+#include "modal.h"
+#include "molkcore.h"
+#include "portrows.h"
+#include "probedialog.h"
+
+#include <QPointer>
+
+namespace MOLK {
+
+constexpr int MostPorts = 64; // of each direction
+
+static QTreeWidgetItem *portRowOf(QTreeWidgetItem *row)
+{
+    while (row->type() == SignalRowType)
+        row = row->parent();
+    return row;
+}
+
+void ProbePortsOptionWidget::appendProbeInRow(int number)
+{
+    auto *row = new QTreeWidgetItem(PortRowType);
+    row->setText(0, QString("Probe In%1").arg(number));
+    ui->treeProbeIn->addTopLevelItem(row);
+}
+
+InitialValueLine *ProbePortsOptionWidget::appendProbeOutRows(int number)
+{
+    auto *portRow = new QTreeWidgetItem(PortRowType);
+    portRow->setText(0, QString("Probe Out%1").arg(number));
+    ui->treeProbeOut->addTopLevelItem(portRow);
+
+    auto *valueRow = new QTreeWidgetItem(PortRowType);
+    ui->treeValue->addTopLevelItem(valueRow);
+    auto *line = new InitialValueLine(number, this, nullptr);
+    ui->treeValue->setItemWidget(valueRow, 0, line);
+    return line;
+}
+
+void ProbePortsOptionWidget::warn(const QString &text)
+{
+    showMessage(this, QMessageBox::Warning, "Warning", text);
+}
+
+void ProbePortsOptionWidget::onAddProbeIn()
+{
+    const int count = core->getAllProbeIns().size();
+    if (count >= MostPorts) {
+        warn("Support 64 Probe Ins at most.");
+        return;
+    }
+    core->addProbeIn(count);
+    appendProbeInRow(count);
+    emit modified();
+}
+
+void ProbePortsOptionWidget::onAddProbeOut()
+{
+    const int count = core->getAllProbeOuts().size();
+    if (count >= MostPorts) {
+        warn("Support 64 Probe Outs at most.");
+        return;
+    }
+    core->addProbeOut(count);
+    appendProbeOutRows(count);
+    refreshProbeOutSignals();
+    emit modified();
+}
+
+void ProbePortsOptionWidget::onRemoveProbeIn()
+{
+    if (core->getAllProbeIns().size() == 1) {
+        warn("Support 1 Probe In at least.");
+        return;
+    }
+
+    // A signal row goes from the tree alone: the core, given -1, keeps the signal.
+    const QList<QTreeWidgetItem *> selected = ui->treeProbeIn->selectedItems();
+    for (QTreeWidgetItem *row : selected) {
+        core->removeProbeIn(ui->treeProbeIn->indexOfTopLevelItem(row));
+        delete row;
+    }
+    for (int i = 0; i < ui->treeProbeIn->topLevelItemCount(); ++i)
+        ui->treeProbeIn->topLevelItem(i)->setText(0, QString("Probe In%1").arg(i));
+    core->updateProbeIn();
+    emit modified();
+}
+
+void ProbePortsOptionWidget::onRemoveProbeOut()
+{
+    if (core->getAllProbeOuts().size() == 1) {
+        warn("Support 1 Probe Out at least.");
+        return;
+    }
+
+    const QList<QTreeWidgetItem *> selected = ui->treeProbeOut->selectedItems();
+    for (QTreeWidgetItem *row : selected) {
+        const int index = ui->treeProbeOut->indexOfTopLevelItem(row);
+        if (index < 0)
+            return;
+        core->removeProbeOut(index);
+        removeProbeOutRows(index);
+    }
+    for (int i = 0; i < ui->treeProbeOut->topLevelItemCount(); ++i) {
+        ui->treeProbeOut->topLevelItem(i)->setText(0, QString("Probe Out%1").arg(i));
+        valueLine(i)->index = i;
+    }
+    core->updateProbeOut();
+    emit modified();
+}
+
+void ProbePortsOptionWidget::removeProbeOutRows(int index)
+{
+    QTreeWidgetItem *portRow = ui->treeProbeOut->topLevelItem(index);
+    ui->treeProbeOut->setItemWidget(portRow, 0, nullptr);
+    delete portRow;
+
+    // The line goes first: it is deleted ahead of its labels then, and takes them along.
+    QTreeWidgetItem *valueRow = ui->treeValue->topLevelItem(index);
+    ui->treeValue->setItemWidget(valueRow, 0, nullptr);
+    qDeleteAll(valueRow->takeChildren());
+    delete valueRow;
+}
+
+void ProbePortsOptionWidget::editProbeIn(QTreeWidgetItem *item, int col)
+{
+    Q_UNUSED(col)
+    if (!item)
+        return;
+    QTreeWidgetItem *row = portRowOf(item);
+    ProbeIn *port = core->getProbeIn(ui->treeProbeIn->indexOfTopLevelItem(row));
+    if (!port)
+        return;
+
+    const QPointer<ProbePortsOptionWidget> self = this;
+    const int result = execAndDelete(new ProbeDialog(port, netlist, 0, this));
+    if (!self || result != QDialog::Accepted)
+        return;
+    refreshProbeInSignals();
+    ui->treeProbeIn->setCurrentItem(row);
+    ui->treeProbeIn->expandItem(row);
+    emit modified();
+}
+
+void ProbePortsOptionWidget::editProbeOut(QTreeWidgetItem *item, int col)
+{
+    Q_UNUSED(col)
+    if (!item)
+        return;
+    QTreeWidgetItem *row = portRowOf(item);
+    ProbeOut *port = core->getProbeOut(ui->treeProbeOut->indexOfTopLevelItem(row));
+    if (!port)
+        return;
+
+    // Another netlist closes this dialog, but not one on a Probe In: what is driven must exist in
+    // the design, while what is watched is only looked up when the file is used.
+    auto *dialog = new ProbeDialog(port, netlist, 1, this);
+    connect(this, SIGNAL(netlistChanged()), dialog, SLOT(closeWidget()));
+    const QPointer<ProbePortsOptionWidget> self = this;
+    const int result = execAndDelete(dialog);
+    if (!self || result != QDialog::Accepted)
+        return;
+    refreshProbeOutSignals();
+    if (!self)
+        return;
+    ui->treeProbeOut->setCurrentItem(row);
+    ui->treeProbeOut->expandItem(row);
+    emit modified();
+}
+
+} // namespace MOLK
