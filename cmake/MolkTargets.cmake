@@ -10,6 +10,11 @@ function(molk_compile_rules target)
     target_compile_definitions(${target} PRIVATE QT_NO_CAST_TO_ASCII QT_RESTRICTED_CAST_FROM_ASCII
         QT_NO_FOREACH QT_NO_JAVA_STYLE_ITERATORS QT_NO_URL_CAST_FROM_STRING
         QT_DISABLE_DEPRECATED_BEFORE=0x050F00)
+
+    # A source that is added to a target must be looked at by moc, but CMake 3.25 has no edge from
+    # the list of sources to the moc step. So each run of CMake makes that step run anew.
+    get_target_property(folder ${target} BINARY_DIR)
+    file(REMOVE ${folder}/${target}_autogen/timestamp)
 endfunction()
 
 # A static library. INCLUDES are folders below the project's root that users of the library see.
