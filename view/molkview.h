@@ -145,9 +145,8 @@ private:
 
     void designFileChanged();
     void topModuleChanged();
-    void askForRtlReload(const QString &question);
-    void getRtlModules(QMap<QString, QVariant> &info, QStringList &topModules, QStringList &modules,
-                       QStringList &messages);
+    void getRtlModules(QMap<QString, QVariant> &info, QStringList &topModules,
+                       QStringList &modules, QStringList &messages);
     QStringList includePaths();
     FATHOM::RtlNetlist *updateRtlNetlist();
     bool reloadMolkFile();
