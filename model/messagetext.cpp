@@ -1,0 +1,28 @@
+// SPDX-FileCopyrightText: The project's authors
+// SPDX-License-Identifier: MIT
+
+#include "messagetext.h"
+
+namespace MOLK {
+
+static const int wordLength = 60;
+
+QString messageText(const QStringRef &text, int length)
+{
+    QString shown = text.left(length).toString();
+    for (QChar &character : shown) {
+        const bool shows = character.isPrint() || character.isSurrogate();
+        if (!shows || character == QLatin1Char('<'))
+            character = QLatin1Char('?');
+    }
+    if (text.size() > length)
+        shown += "...";
+    return shown;
+}
+
+QString quotedWord(const QStringRef &word)
+{
+    return '"' + messageText(word, wordLength) + '"';
+}
+
+} // namespace MOLK

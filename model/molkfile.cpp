@@ -1,0 +1,90 @@
+// SPDX-FileCopyrightText: The project's authors
+// SPDX-License-Identifier: MIT
+
+#include "molkfile.h"
+
+#include "messagetext.h"
+#include "molkcore.h"
+#include "molkfilereader.h"
+#include "molkfilewriter.h"
+#include "plainfile.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+namespace MOLK {
+
+// A chain of links longer than the system follows is taken for a circle.
+static const int maximumLinks = 40;
+
+// The one way in: what the check accepts is exactly what can be read. Returns the cause of a
+// failure, empty on success. Without \a cores the result is thrown away.
+static QString readFile(const QString &fileName, QList<MolkCore *> *cores)
+{
+    QFile file(fileName);
+    QString cause = openPlainFile(&file);
+    if (!cause.isEmpty())
+        return cause;
+    MolkFileReader reader(&file);
+    if (!reader.read())
+        return file.error() == QFileDevice::NoError ? reader.error() : file.errorString();
+    if (cores)
+        *cores = reader.takeCores();
+    return QString();
+}
+
+// QSaveFile itself follows one link only, and would put the file in the place of a second one.
+static QString linkTarget(const QString &fileName)
+{
+    QString target = fileName;
+    for (int i = 0; i < maximumLinks; ++i) {
+        const QFileInfo info(target);
+        if (!info.isSymLink())
+            return target;
+        target = info.symLinkTarget();
+    }
+    return QString();
+}
+
+bool checkMOLKFile(const QString &fileName)
+{
+    return readFile(fileName, nullptr).isEmpty();
+}
+
+QList<MolkCore *> readMOLKConfigFromXml(const QString &fileName, bool *ok, QString *errorMessage)
+{
+    QList<MolkCore *> cores;
+    const QString cause = readFile(fileName, &cores);
+    if (!cause.isEmpty() && errorMessage) {
+        const QString name = QFileInfo(fileName).fileName();
+        *errorMessage = quotedWord(QStringRef(&name)) + ": " + cause + '.';
+    }
+    if (cause.isEmpty() && ok)
+        *ok = true;
+    return cores;
+}
+
+bool writeMOLKConfigToXml(const QList<MolkCore *> &cores, const QString &fileName)
+{
+    if (!isUsableFileName(fileName))
+        return false;
+    const QString target = linkTarget(fileName);
+    if (target.isEmpty())
+        return false;
+    // Replacing a device or a pipe by a file would take it from everyone else.
+    const QFileInfo info(target);
+    if (info.exists() && !info.isFile())
+        return false;
+
+    QSaveFile file(target);
+    if (!file.open(QIODevice::WriteOnly))
+        return false;
+    MolkFileWriter writer(&file);
+    if (writer.write(cores) && file.flush())
+        return file.commit();
+    file.cancelWriting();
+    return false;
+}
+
+} // namespace MOLK

@@ -1,0 +1,67 @@
+// SPDX-FileCopyrightText: The project's authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "guardeddevice.h"
+#include "signalitem.h"
+
+#include <QList>
+#include <QString>
+#include <QXmlStreamReader>
+
+#include <memory>
+#include <vector>
+
+namespace MOLK {
+
+class MolkCore;
+class ProbeIn;
+class ProbeOut;
+
+/// Reads one configuration document. Anything that the format doesn't know is an error: what is
+/// skipped when reading would be lost at the next save.
+class MolkFileReader
+{
+public:
+    /// \param source an open device, which must outlive the reader and stays its owner's.
+    explicit MolkFileReader(QIODevice *source);
+    ~MolkFileReader();
+
+    /// Reads the whole document, once.
+    ///
+    /// \return true if it is a configuration from its first byte to its last.
+    bool read();
+
+    /// Hands over the cores that were read; the caller owns them.
+    QList<MolkCore *> takeCores();
+
+    /// What is wrong and where, as in `line 3, column 17: unknown element "x" in "core"`; empty
+    /// while nothing is.
+    QString error() const;
+
+private:
+    Q_DISABLE_COPY(MolkFileReader)
+
+    void readDocument();
+    void readVersion();
+    void readCore();
+    void readPort(ProbeIn *port, ProbeOut *valued, QLatin1String element);
+    void readSignals(QList<SignalItem> *items, int nesting, QLatin1String parent);
+    void readSignal(SignalItem *item, int nesting, QLatin1String parent);
+    void readSignalAttributes(SignalItem *item, QLatin1String element);
+    void readNumber(const QXmlStreamAttribute &attribute, int *number);
+    void readFlag(const QXmlStreamAttribute &attribute, bool *flag);
+
+    bool nextChild(QLatin1String parent);
+    void refuseAttributes(QLatin1String element);
+    void failAtElement(QLatin1String parent);
+    void failAtAttribute(const QXmlStreamAttribute &attribute, QLatin1String element);
+    void fail(const QString &cause);
+
+    GuardedDevice guarded;
+    QXmlStreamReader xml;
+    std::vector<std::unique_ptr<MolkCore>> cores;
+};
+
+} // namespace MOLK
