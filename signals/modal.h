@@ -11,8 +11,8 @@ namespace MOLK {
 
 /// Runs \a dialog in a nested event loop and deletes it.
 ///
-/// The parent of \a dialog may be destroyed meanwhile, and the dialog with it. So whoever calls this
-/// from a member function guards its own object by a QPointer.
+/// The parent of \a dialog may be destroyed meanwhile, and the dialog with it. So whoever calls
+/// this from a member function guards its own object by a QPointer.
 ///
 /// \param dialog made by `new`; gone when this returns.
 /// \return what its exec() returned; 0 if it was destroyed meanwhile.

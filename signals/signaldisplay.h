@@ -3,14 +3,13 @@
 
 #pragma once
 
-#include <QtGlobal>
+#include "signalitem.h"
 
-class QString;
+#include <QStringList>
+
 class QTreeWidgetItem;
 
 namespace MOLK {
-
-class SignalItem;
 
 /// How a signal looks in a tree, the same everywhere:
 ///
@@ -30,20 +29,25 @@ enum class BitRows {
     Plain, ///< A row for each bit, carrying no signal.
 };
 
-/// Makes the row of \a item, with the signal under `Qt::UserRole`, and a row for each of its bits
-/// below it if \a bits says so, all of the type \a rowType.
+/// Makes the row of \a item, which carries it, and a row for each of its bits below if \a bits says
+/// so, all of the type \a rowType.
 ///
 /// The row stands in no tree yet, which is what makes this fast: collect rows and insert them with
 /// one addTopLevelItems() or addChildren(). It reads as if it had been filled through the setters
-/// of QTreeWidgetItem, and takes them; the colour of a row that was found follows the application's
+/// of QTreeWidgetItem, and takes them; the color of a found signal follows the application's
 /// palette.
 /// \return the row, owned by the caller until it is placed in a tree.
 QTreeWidgetItem *makeSignalRow(const SignalItem &item, int rowType, BitRows bits = BitRows::Plain);
 
-/// The signal that \a row carries under `Qt::UserRole`, or a default one if it carries none.
-SignalItem signalOfRow(const QTreeWidgetItem *row);
+/// As makeSignalRow(), but the rows read \a names, and each bit row carries its bit.
+///
+/// \param names one for \a item and one for each of its members, in order.
+QTreeWidgetItem *makeNamedSignalRow(const SignalItem &item, const QStringList &names, int rowType);
 
 /// Whether \a row carries a signal.
-bool rowCarriesSignal(const QTreeWidgetItem *row);
+bool carriesSignal(const QTreeWidgetItem *row);
+
+/// The signal that \a row carries, or one made by default if it carries none.
+SignalItem signalOfRow(const QTreeWidgetItem *row);
 
 } // namespace MOLK
