@@ -11,8 +11,8 @@
 
 namespace FATHOM {
 
-void catchRtlModules(QStringList &topModules, QStringList &modules, QStringList &messages,
-                     QMap<QString, QVariant> &info, QWidget *parent)
+static void readModules(QStringList &topModules, QStringList &modules, QStringList &messages,
+                        QMap<QString, QVariant> &info, QWidget *parent)
 {
     Q_UNUSED(parent)
     Standin::record("catchRtlModules top=" + info.value("Top").toString());
@@ -27,7 +27,7 @@ void catchRtlModules(QStringList &topModules, QStringList &modules, QStringList 
     messages.append("ERROR: No front end can read the design.");
 }
 
-void catchRtlNetsWithProgressDialog(RtlNetlist **netlist, QStringList &log, QWidget *parent)
+static void readNets(RtlNetlist **netlist, QStringList &log, QWidget *parent)
 {
     Q_UNUSED(parent)
     Standin::record("catchRtlNetsWithProgressDialog");
@@ -40,6 +40,25 @@ void catchRtlNetsWithProgressDialog(RtlNetlist **netlist, QStringList &log, QWid
     if (host && host->extraction().answerNetlist(netlist, log))
         return;
     log.append("ERROR: No front end can read the design.");
+}
+
+static void report(const QStringList &log)
+{
+    if (const Standin::Host *host = Standin::Host::instance())
+        host->reportDesignLog(log);
+}
+
+void catchRtlModules(QStringList &topModules, QStringList &modules, QStringList &messages,
+                     QMap<QString, QVariant> &info, QWidget *parent)
+{
+    readModules(topModules, modules, messages, info, parent);
+    report(messages);
+}
+
+void catchRtlNetsWithProgressDialog(RtlNetlist **netlist, QStringList &log, QWidget *parent)
+{
+    readNets(netlist, log, parent);
+    report(log);
 }
 
 } // namespace FATHOM

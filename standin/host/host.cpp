@@ -36,6 +36,7 @@ struct Host::Private
     ActionService actions{&views};
     Design design;
     ScriptedExtraction extraction;
+    std::function<void(const QStringList &)> designLogHandler;
     bool down = false;
 };
 
@@ -133,6 +134,17 @@ ScriptedExtraction &Host::extraction()
 Design &Host::design()
 {
     return d->design;
+}
+
+void Host::setDesignLogHandler(const std::function<void(const QStringList &log)> &handler)
+{
+    d->designLogHandler = handler;
+}
+
+void Host::reportDesignLog(const QStringList &log) const
+{
+    if (d->designLogHandler)
+        d->designLogHandler(log);
 }
 
 void Host::serveDesign(const QString &top, const ScriptedExtraction::MakeNetlist &make)

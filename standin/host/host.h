@@ -15,6 +15,7 @@
 
 #include <QStringList>
 
+#include <functional>
 #include <memory>
 
 class QAction;
@@ -91,6 +92,13 @@ public:
 
     /// Answers of the net extraction.
     ScriptedExtraction &extraction();
+
+    /// Calls \a handler, until another one or null is set, with the log of each call of the net
+    /// extraction, while that call still runs.
+    void setDesignLogHandler(const std::function<void(const QStringList &log)> &handler);
+
+    /// \internal Hands \a log to the handler.
+    void reportDesignLog(const QStringList &log) const;
 
     /// Answers of the design and flow services.
     Design &design();
