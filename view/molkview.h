@@ -145,8 +145,9 @@ private:
 
     void designFileChanged();
     void topModuleChanged();
-    void getRtlModules(QMap<QString, QVariant> &info, QStringList &topModules,
-                       QStringList &modules, QStringList &messages);
+    void askForRtlReload(const QString &question);
+    void getRtlModules(QMap<QString, QVariant> &info, QStringList &topModules, QStringList &modules,
+                       QStringList &messages);
     QStringList includePaths();
     FATHOM::RtlNetlist *updateRtlNetlist();
     bool reloadMolkFile();

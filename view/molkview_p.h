@@ -21,6 +21,7 @@ namespace MOLK {
 class MolkCore;
 class MolkOptionWidget;
 class MolkView;
+class ReloadBanner;
 
 namespace private_impl {
 
@@ -56,6 +57,10 @@ public:
     /// Makes the pages of all cores. The document isn't marked as modified.
     void createOptionWidgets();
 
+    /// Puts the numbers of the cores just read and of their ports in order, and makes the pages; a
+    /// configuration without cores gets its first one.
+    void makePages();
+
     /// Replaces the netlist, which is owned, and hands it to all pages. \a newNetlist may be null.
     void setRtlNetlist(FATHOM::RtlNetlist *newNetlist);
 
@@ -71,6 +76,17 @@ public:
 
     /// Ends the modified state and tells of it if it was set; the titles stay as they are.
     void clearModified();
+
+    /// Puts \a banner, a child of the view, on top of the view.
+    void showBanner(ReloadBanner *banner);
+
+    /// Takes a banner down and deletes it.
+    /// \param sender the sender of the answer; nothing happens if it isn't a banner.
+    void takeDownBanner(QObject *sender);
+
+    /// Ends the modified state, so that nobody asks about saving, and closes the view's parent,
+    /// which takes the view with it. Without a parent the view stays.
+    void closeWithoutQuestion();
 
     MolkView *q;
     QString file;

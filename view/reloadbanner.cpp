@@ -1,0 +1,47 @@
+// SPDX-FileCopyrightText: The project's authors
+// SPDX-License-Identifier: MIT
+
+#include "reloadbanner.h"
+
+#include "ui_reloadbanner.h"
+
+#include <QDir>
+
+namespace MOLK {
+
+ReloadBanner::ReloadBanner(int mode, const QString &file, QWidget *parent)
+    : QWidget(parent)
+    , ui(new Ui::ReloadBanner)
+{
+    ui->setupUi(this);
+
+    const QString shownFile = QDir::toNativeSeparators(file);
+    if (mode == FileChanged) {
+        setBannerText(tr("The file '%1' changed on disk.\nDo you want to reload?").arg(shownFile));
+        ui->btnA->setText(tr("Reload"));
+        ui->btnB->setText(tr("Cancel"));
+        connect(ui->btnA, SIGNAL(clicked()), this, SIGNAL(reload()));
+        connect(ui->btnB, SIGNAL(clicked()), this, SIGNAL(cancel()));
+    } else if (mode == FileRemoved) {
+        setBannerText(tr("The file '%1' has been removed on disk.\nDo you still want to keep it?")
+                          .arg(shownFile));
+        ui->btnA->setText(tr("Keep It"));
+        ui->btnB->setText(tr("Close"));
+        connect(ui->btnA, SIGNAL(clicked()), this, SIGNAL(keepIt()));
+        connect(ui->btnB, SIGNAL(clicked()), this, SIGNAL(closeIt()));
+    }
+}
+
+ReloadBanner::~ReloadBanner()
+{
+    delete ui;
+}
+
+void ReloadBanner::setBannerText(const QString &text)
+{
+    // A file's name may look like markup.
+    ui->labelFile->setTextFormat(Qt::PlainText);
+    ui->labelFile->setText(text);
+}
+
+} // namespace MOLK

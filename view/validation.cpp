@@ -1,0 +1,194 @@
+// SPDX-FileCopyrightText: The project's authors
+// SPDX-License-Identifier: MIT
+
+#include "validation.h"
+
+#include "molkcore.h"
+
+#include "fathom/rtlnet.h"
+#include "fathom/rtlnetlist.h"
+
+#include <QHash>
+#include <QString>
+#include <QVector>
+
+#include <algorithm>
+
+namespace MOLK {
+
+namespace {
+
+// Finds the nets that are driven more than once.
+//
+// Nearly all nets of a sound configuration are driven once, so a net costs one probe of a flat hash
+// table and nothing is copied. Texts, lists and sorting are for the repeated ones alone.
+class DriverTable
+{
+public:
+    explicit DriverTable(int driverCount)
+    {
+        int size = 16;
+        while (size < 2 * driverCount)
+            size *= 2;
+        slots_.fill({0, -1}, size);
+        drivers.reserve(driverCount);
+    }
+
+    // `name` must stay where it is until the table is done with.
+    void add(const QString &name, int port)
+    {
+        const int added = drivers.size();
+        drivers.append({&name, port, -1, added});
+
+        const uint hash = qHash(name);
+        const uint mask = uint(slots_.size()) - 1;
+        // The multiplication spreads names that differ in their last characters only.
+        for (uint at = (hash * 0x9e3779b1u) >> 7 & mask;; at = (at + 1) & mask) {
+            Slot &slot = slots_[int(at)];
+            if (slot.first < 0) {
+                slot = {hash, added};
+                return;
+            }
+            if (slot.hash == hash && *drivers.at(slot.first).name == name) {
+                link(slot.first, added);
+                return;
+            }
+        }
+    }
+
+    // The first driver of each repeated net, in the order of the nets' names.
+    QVector<int> repeatedNets() const
+    {
+        QVector<int> sorted = repeated;
+        std::sort(sorted.begin(), sorted.end(),
+                  [this](int a, int b) { return nameOf(a) < nameOf(b); });
+        return sorted;
+    }
+
+    const QString &nameOf(int driver) const { return *drivers.at(driver).name; }
+    int portOf(int driver) const { return drivers.at(driver).port; }
+
+    // The next driver of the same net, -1 behind the last.
+    int next(int driver) const { return drivers.at(driver).next; }
+
+private:
+    struct Slot
+    {
+        uint hash;
+        int first;
+    };
+
+    struct Driver
+    {
+        const QString *name;
+        int port;
+        int next;
+        int last; // Of a net's first driver only.
+    };
+
+    void link(int first, int added)
+    {
+        const int last = drivers.at(first).last;
+        if (last == first)
+            repeated.append(first);
+        drivers[last].next = added;
+        drivers[first].last = added;
+    }
+
+    QVector<Slot> slots_;
+    QVector<Driver> drivers;
+    QVector<int> repeated;
+};
+
+// A Probe Out in use, with a copy of its list that keeps the names in place.
+struct DrivingPort
+{
+    QString description;
+    QList<SignalItem> items;
+    int width;
+};
+
+} // namespace
+
+static QString clockFault(const MolkCore &core, const FATHOM::RtlNetlist *netlist)
+{
+    if (!core.useUserClock)
+        return QString();
+    const QString name = core.getUserClockName();
+    if (name.isEmpty())
+        return "No synchronization clock specified";
+    const FATHOM::RtlNet *net = netlist ? netlist->findNet(name) : nullptr;
+    if (!net)
+        return "The output probe synchronizes with user clock does not exist";
+    if (net->noProbeIn)
+        return "Invalid user clock selected for output probe synchronization";
+    return QString();
+}
+
+static QStringList coreFaults(const MolkCore &core, const FATHOM::RtlNetlist *netlist)
+{
+    const QString prefix = QString("Molk %1: ").arg(core.id);
+    QStringList faults;
+    if (core.getAvailableProbeIns().isEmpty() && core.getAvailableProbeOuts().isEmpty())
+        faults.append(prefix + "At least one Probe In port or Probe Out port should be enabled");
+    const QString clock = clockFault(core, netlist);
+    if (!clock.isEmpty())
+        faults.append(prefix + clock);
+    return faults;
+}
+
+// The position of a core names it here, not its number.
+static QVector<DrivingPort> drivingPorts(const QList<MolkCore *> &cores)
+{
+    QVector<DrivingPort> ports;
+    for (int i = 0; i < cores.size(); ++i) {
+        const QList<ProbeOut *> outs = cores.at(i)->getAvailableProbeOuts();
+        for (const ProbeOut *out : outs) {
+            ports.append({QString("molk_%1->Probe Out%2").arg(i).arg(out->number),
+                          out->getSignalNet(), out->width()});
+        }
+    }
+    return ports;
+}
+
+static QStringList driverFaults(const QVector<DrivingPort> &ports)
+{
+    int count = 0;
+    for (const DrivingPort &port : ports)
+        count += port.width;
+
+    DriverTable table(count);
+    for (int i = 0; i < ports.size(); ++i) {
+        for (const SignalItem &item : ports.at(i).items) {
+            if (item.members.isEmpty())
+                table.add(item.name, i);
+            for (const SignalItem &bit : item.members)
+                table.add(bit.name, i);
+        }
+    }
+
+    QStringList faults;
+    const QVector<int> nets = table.repeatedNets();
+    faults.reserve(nets.size());
+    for (int net : nets) {
+        QString fault = "ERROR:Signal \"" + table.nameOf(net) + "\" has multiple drivers(";
+        for (int driver = net; driver >= 0; driver = table.next(driver)) {
+            if (driver != net)
+                fault += ' ';
+            // A comma stands behind the last description too.
+            fault += ports.at(table.portOf(driver)).description + ',';
+        }
+        faults.append(fault + ')');
+    }
+    return faults;
+}
+
+QStringList configurationFaults(const QList<MolkCore *> &cores, const FATHOM::RtlNetlist *netlist)
+{
+    QStringList faults;
+    for (const MolkCore *core : cores)
+        faults += coreFaults(*core, netlist);
+    return faults + driverFaults(drivingPorts(cores));
+}
+
+} // namespace MOLK
