@@ -4,8 +4,11 @@
 #include "host/design.h"
 
 #include "host/calllog.h"
+#include "project/edamproject.h"
 
 #include "te/taskengine.h"
+
+#include <QRegularExpression>
 
 static Standin::Design *currentDesign = nullptr;
 
@@ -54,31 +57,50 @@ Design::~Design()
 QMap<QString, QVariant> Design::getSourceFileInfo() const
 {
     record("getSourceFileInfo");
-    return sourceFileInfo;
+    if (hasSourceFileInfo || !project)
+        return sourceFileInfo;
+    return project->designInfo();
 }
 
 QVariant Design::getOptionValue(const QString &name) const
 {
     record("getOptionValue " + name);
-    return options.value(name);
+    if (options.contains(name) || !project)
+        return options.value(name);
+    return project->option(name);
 }
 
 QString Design::workingDir() const
 {
     record("workingDir");
-    return directory;
+    if (!directory.isNull() || !project)
+        return directory;
+    return project->directory();
 }
 
 TE::DesignFile Design::getFileInfo(const QString &path) const
 {
     record("getFileInfo " + path);
-    return files.value(path);
+    if (files.contains(path) || !project)
+        return files.value(path);
+    return project->file(path);
 }
 
 QString Design::resultFile(const QString &kind)
 {
     record("resultFile " + kind);
-    return results.value(kind);
+    if (results.contains(kind) || !project)
+        return results.value(kind);
+
+    // The names of projects may hold what file names can't, such as the colons of library paths.
+    QString base = project->name();
+    base.replace(QRegularExpression("[^A-Za-z0-9_.-]"), "_");
+    return project->directory() + "/results/" + base + "." + kind.section('.', -1);
+}
+
+void Design::setProject(const EdamProject *openProject)
+{
+    project = openProject;
 }
 
 void Design::setSourceFileInfo(const QMap<QString, QVariant> &info)
@@ -124,7 +146,7 @@ void Design::clearAnswers()
     hasSourceFileInfo = false;
     sourceFileInfo.clear();
     options.clear();
-    directory.clear();
+    directory = QString();
     files.clear();
     results.clear();
 }

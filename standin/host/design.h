@@ -11,6 +11,8 @@
 
 namespace Standin {
 
+class EdamProject;
+
 /// The host's design and flow services: answers from the open project, unless a test has set an
 /// answer of its own.
 class HOST_EXPORT Design : public TE::DesignManager, public TE::FlowManager
@@ -27,6 +29,9 @@ public:
 
     /// The file of the kind "RES.netlist" is "results/<project>.netlist" below workingDir().
     QString resultFile(const QString &kind) override;
+
+    /// Makes \a project, which isn't owned and may be null, the one that is asked.
+    void setProject(const EdamProject *project);
 
     /// Sets the whole answer of getSourceFileInfo().
     void setSourceFileInfo(const QMap<QString, QVariant> &info);
@@ -50,6 +55,7 @@ public:
     void clearAnswers();
 
 private:
+    const EdamProject *project = nullptr;
     bool hasSourceFileInfo = false;
     QMap<QString, QVariant> sourceFileInfo;
     QHash<QString, QVariant> options;

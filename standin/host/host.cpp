@@ -7,21 +7,24 @@
 #include "host/calllog.h"
 #include "host/viewservice.h"
 
-#include "core/iproject.h"
+#include "project/edamproject.h"
+
 #include "core/projectmanager.h"
 
 #include <QCoreApplication>
 #include <QEvent>
 
 static Standin::Host *currentHost = nullptr;
-static Core::IProject *openProject = nullptr;
+static Core::IProject *testProject = nullptr;
 
 namespace Core {
 
 IProject *ProjectManager::currentProject()
 {
     Standin::record("currentProject");
-    return openProject;
+    if (testProject || !currentHost)
+        return testProject;
+    return currentHost->project();
 }
 
 } // namespace Core
@@ -37,6 +40,8 @@ struct Host::Private
     Design design;
     ScriptedExtraction extraction;
     std::function<void(const QStringList &)> designLogHandler;
+    std::unique_ptr<EdamProject> project;
+    PluginManager plugins;
     bool down = false;
 };
 
@@ -68,7 +73,9 @@ void Host::shutDown()
     if (DocumentArea *area = d->views.existingArea())
         area->dropAllViews();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    openProject = nullptr;
+    d->plugins.unloadAll();
+    testProject = nullptr;
+    setProject(nullptr);
 }
 
 QStringList Host::calls() const
@@ -153,14 +160,30 @@ void Host::serveDesign(const QString &top, const ScriptedExtraction::MakeNetlist
     d->extraction.serveTop(top, make);
 }
 
+PluginManager &Host::plugins()
+{
+    return d->plugins;
+}
+
 ObjectPool &Host::objects()
 {
     return *ObjectPool::instance();
 }
 
+void Host::setProject(std::unique_ptr<EdamProject> project)
+{
+    d->design.setProject(project.get());
+    d->project = std::move(project);
+}
+
+EdamProject *Host::project() const
+{
+    return d->project.get();
+}
+
 void Host::setCurrentProject(Core::IProject *project)
 {
-    openProject = project;
+    testProject = project;
 }
 
 } // namespace Standin

@@ -8,6 +8,7 @@
 #include "host/event.h"
 #include "host/eventbus.h"
 #include "host/objectpool.h"
+#include "host/pluginmanager.h"
 #include "host/scriptedextraction.h"
 #include "hostglobal.h"
 
@@ -27,14 +28,17 @@ class IProject;
 
 namespace Standin {
 
+class EdamProject;
+
 /// An open host: all services that plug-ins ask for, brought up by constructing it and taken down
 /// by destroying it. There is at most one at a time; it needs a QApplication.
 ///
 /// It is the host of an application and the double of tests in one: its answers can be scripted,
 /// and it writes down every call that is made to it.
 ///
-/// Taking down goes in this order: views leave (viewClosed() is sent, close events aren't), then
-/// what they left to the event loop is deleted, then the project closes.
+/// Taking down goes in this order: views leave (viewClosed() is sent, close events aren't), what
+/// they left to the event loop is deleted, the plug-ins are shut down and their objects released,
+/// and the project closes.
 class HOST_EXPORT Host
 {
 public:
@@ -107,11 +111,21 @@ public:
     /// messages, and the netlists that \a make makes.
     void serveDesign(const QString &top, const ScriptedExtraction::MakeNetlist &make);
 
+    /// The loaded plug-ins.
+    PluginManager &plugins();
+
     /// What the plug-ins have handed to the host.
     ObjectPool &objects();
 
-    /// Makes \a project, which isn't owned, what Core::ProjectManager::currentProject() answers;
-    /// null closes it.
+    /// Opens \a project, which answers the design services from here on; null closes the open one.
+    /// The host owns it.
+    void setProject(std::unique_ptr<EdamProject> project);
+
+    /// The open project; null without one.
+    EdamProject *project() const;
+
+    /// Makes a test's own \a project, which isn't owned, what
+    /// Core::ProjectManager::currentProject() answers; null makes it the open project again.
     void setCurrentProject(Core::IProject *project);
 
 private:

@@ -1,0 +1,182 @@
+// SPDX-FileCopyrightText: The project's authors
+// SPDX-License-Identifier: MIT
+
+#include "project/edamfile.h"
+
+#include <QDir>
+
+namespace Standin {
+
+QString sharedPartsError()
+{
+    return "The project file repeats parts through anchors in a way that cannot be changed here.";
+}
+
+YamlNode newEdamDocument(const QString &name)
+{
+    YamlNode root = YamlNode::map();
+    root.setValue("version", YamlNode::plain("0.2.1"));
+    root.setValue("name", YamlNode::string(name));
+    root.setValue("files", YamlNode::sequence());
+    return root;
+}
+
+QString nameInProject(const QString &path, const QString &directory)
+{
+    const QString absolute = QDir::cleanPath(QDir(directory).absoluteFilePath(path));
+    const QString relative = QDir(directory).relativeFilePath(absolute);
+
+    // A relative way that leads up to the root says less than the absolute one.
+    const QString first = absolute.section('/', 1, 1);
+    return first == directory.section('/', 1, 1) ? relative : absolute;
+}
+
+QString typeOfKind(FileKind kind)
+{
+    switch (kind) {
+    case VerilogKind:
+        return "verilogSource";
+    case SystemVerilogKind:
+        return "systemVerilogSource";
+    case VhdlKind:
+        return "vhdlSource";
+    case OtherKind:
+        break;
+    }
+    return "user";
+}
+
+// The value under \a key of the map \a map, made of the kind \a kind if it is missing or null.
+static YamlNode *ensure(YamlNode *map, const QString &key, YamlNode::Kind kind)
+{
+    YamlNode *value = map->value(key);
+    if (!value || value->kind == YamlNode::Null) {
+        YamlNode made;
+        made.kind = kind;
+        map->setValue(key, made);
+        value = map->value(key);
+    }
+    return value;
+}
+
+static YamlNode stringList(const QStringList &texts)
+{
+    YamlNode list = YamlNode::sequence();
+    for (const QString &text : texts)
+        list.items.push_back(YamlNode::string(text));
+    return list;
+}
+
+bool appendFile(YamlNode *root, const QString &name)
+{
+    if (!expandAliases(root))
+        return false;
+
+    YamlNode entry = YamlNode::map();
+    entry.setValue("name", YamlNode::string(name));
+    entry.setValue("file_type", YamlNode::string(fileTypeOf(name)));
+    if (isIncludeName(name))
+        entry.setValue("is_include_file", YamlNode::plain("true"));
+    ensure(root, "files", YamlNode::Sequence)->items.push_back(entry);
+    return true;
+}
+
+bool removeFile(YamlNode *root, int position)
+{
+    if (!expandAliases(root))
+        return false;
+
+    std::vector<YamlNode> &files = root->value("files")->items;
+    const YamlNode entry = files[size_t(position)];
+    files.erase(files.begin() + position);
+
+    YamlNode *tools = root->value("tool_options");
+    YamlNode *ours = tools ? tools->value("workbench") : nullptr;
+    YamlNode *disabled = ours ? ours->value(disabledFilesKey) : nullptr;
+    if (!disabled)
+        return true;
+    const QString name = entry.value("name")->text;
+    std::vector<YamlNode> &names = disabled->items;
+    for (size_t i = names.size(); i > 0; --i) {
+        if (names[i - 1].text == name)
+            names.erase(names.begin() + int(i - 1));
+    }
+    if (names.empty())
+        ours->removeKey(disabledFilesKey);
+    return true;
+}
+
+bool setFileValue(YamlNode *root, int position, const QString &key, const YamlNode &value)
+{
+    if (!expandAliases(root))
+        return false;
+
+    YamlNode &entry = root->value("files")->items[size_t(position)];
+    if (value.kind == YamlNode::Null)
+        entry.removeKey(key);
+    else
+        entry.setValue(key, value);
+    return true;
+}
+
+bool setTops(YamlNode *root, const QStringList &tops)
+{
+    if (!expandAliases(root))
+        return false;
+
+    if (tops.isEmpty())
+        root->removeKey("toplevel");
+    else
+        root->setValue("toplevel", YamlNode::string(tops.join(' ')));
+    return true;
+}
+
+bool setToolOption(YamlNode *root, const QString &name, const QVariant &value)
+{
+    if (!expandAliases(root))
+        return false;
+
+    YamlNode *tools = ensure(root, "tool_options", YamlNode::Map);
+    YamlNode *ours = ensure(tools, "workbench", YamlNode::Map);
+    const bool isList = value.userType() == QMetaType::QStringList;
+    if (!value.isValid() || (isList && value.toStringList().isEmpty()))
+        ours->removeKey(name);
+    else
+        ours->setValue(
+            name, isList ? stringList(value.toStringList()) : YamlNode::string(value.toString()));
+    return true;
+}
+
+// Paths in files and options that are relative name the same files from the new directory.
+static void movePath(YamlNode *node, const QString &from, const QString &to)
+{
+    if (node && node->kind == YamlNode::Scalar && QDir::isRelativePath(node->text)
+        && !node->text.isEmpty())
+        *node = YamlNode::string(nameInProject(QDir(from).absoluteFilePath(node->text), to));
+}
+
+bool moveEdam(YamlNode *root, const QString &from, const QString &to)
+{
+    if (!expandAliases(root))
+        return false;
+
+    if (YamlNode *files = root->value("files")) {
+        for (YamlNode &entry : files->items) {
+            movePath(entry.value("name"), from, to);
+            movePath(entry.value("include_path"), from, to);
+        }
+    }
+    YamlNode *tools = root->value("tool_options");
+    YamlNode *ours = tools ? tools->value("workbench") : nullptr;
+    if (!ours)
+        return true;
+    for (const QString &key : {QString(disabledFilesKey), QString("IncludePath")}) {
+        if (YamlNode *list = ours->value(key)) {
+            for (YamlNode &item : list->items)
+                movePath(&item, from, to);
+        }
+    }
+    return true;
+}
+
+} // namespace Standin
