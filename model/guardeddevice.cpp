@@ -19,8 +19,10 @@ bool GuardedDevice::isSequential() const
 qint64 GuardedDevice::readData(char *data, qint64 maximum)
 {
     const qint64 size = source->read(data, maximum);
-    if (size <= 0)
+    if (size <= 0) {
+        guard.finish();
         return -1;
+    }
     const qint64 accepted = guard.accept(data, size);
     return accepted > 0 ? accepted : -1;
 }

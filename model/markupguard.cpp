@@ -22,15 +22,19 @@ qint64 MarkupGuard::accept(const char *data, qint64 size)
         return 0;
 
     const char *end = data + qMin(size, Format::maximumFileSize - total);
-    const bool tooLarge = end != data + size;
     const char *const nul = find(data, end, '\0');
-    const bool hasNul = nul != end;
-    end = nul;
+    const char *const invalid = encoding.firstInvalid(data, nul);
+    const QString causeAtEnd = invalid != nul ? QString("bytes that aren't text in UTF-8")
+        : nul != end                          ? QString("a NUL byte, which isn't text")
+        : end != data + size ? QString("more than %1 bytes").arg(Format::maximumFileSize)
+                             : QString();
+    end = invalid;
 
     const char *at = data;
     while (at != end && cause.isEmpty()) {
+        entered = false;
         const char *const next = step(at, end);
-        pieceSize += next - at;
+        pieceSize = entered ? 0 : pieceSize + (next - at);
         if (next - at > 1)
             last[0] = next[-2];
         else if (next != at)
@@ -44,11 +48,15 @@ qint64 MarkupGuard::accept(const char *data, qint64 size)
     }
 
     total += at - data;
-    if (cause.isEmpty() && hasNul)
-        cause = "a NUL byte, which text in UTF-8 doesn't hold";
-    else if (cause.isEmpty() && tooLarge)
-        cause = QString("more than %1 bytes").arg(Format::maximumFileSize);
+    if (cause.isEmpty())
+        cause = causeAtEnd;
     return at - data;
+}
+
+void MarkupGuard::finish()
+{
+    if (cause.isEmpty() && !encoding.isComplete())
+        cause = "a character that is cut off by the end of the file";
 }
 
 const char *MarkupGuard::step(const char *at, const char *end)
@@ -65,13 +73,13 @@ const char *MarkupGuard::step(const char *at, const char *end)
     case State::Value:
         return stepValue(at, end);
     case State::Comment:
-        return stepClosed(at, end, '-', 7);
+        return stepClosed(at, end, '-', 6);
     case State::CharacterData:
-        return stepClosed(at, end, ']', 12);
+        return stepClosed(at, end, ']', 11);
     case State::Instruction:
         break;
     }
-    return stepClosed(at, end, '?', 4);
+    return stepClosed(at, end, '?', 3);
 }
 
 const char *MarkupGuard::stepText(const char *at, const char *end)
@@ -135,7 +143,7 @@ const char *MarkupGuard::stepValue(const char *at, const char *end)
 }
 
 // Comments, character data and instructions end with a `>` behind one or two bytes of a kind. The
-// shortest whole one keeps an opening from closing itself, as in `<!-->`.
+// shortest whole one, not counting its first `<`, keeps an opening from closing itself: `<!-->`.
 const char *MarkupGuard::stepClosed(const char *at, const char *end, char closing, qint64 shortest)
 {
     const char *const bracket = find(at, end, '>');
@@ -153,7 +161,7 @@ void MarkupGuard::enter(State next)
 {
     state = next;
     attributes = 0;
-    pieceSize = 0;
+    entered = true;
 }
 
 } // namespace MOLK

@@ -6,13 +6,15 @@
 namespace MOLK {
 
 static const int wordLength = 60;
+static const QChar bracketLookAlike(0x2039);
 
 QString messageText(const QStringRef &text, int length)
 {
     QString shown = text.left(length).toString();
     for (QChar &character : shown) {
-        const bool shows = character.isPrint() || character.isSurrogate();
-        if (!shows || character == QLatin1Char('<'))
+        if (character == QLatin1Char('<'))
+            character = bracketLookAlike;
+        else if (!character.isPrint() && !character.isSurrogate())
             character = QLatin1Char('?');
     }
     if (text.size() > length)
