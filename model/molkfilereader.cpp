@@ -148,9 +148,9 @@ void MolkFileReader::readCore()
         if (attribute.qualifiedName() == Format::idAttribute)
             readNumber(attribute, &core->id);
         else if (attribute.qualifiedName() == Format::moduleAttribute)
-            core->setModuleName(unescapedText(attribute.value()));
+            core->setModuleName(readText(attribute));
         else if (attribute.qualifiedName() == Format::userClockAttribute)
-            core->setUserClockName(unescapedText(attribute.value()));
+            core->setUserClockName(readText(attribute));
         else if (attribute.qualifiedName() == Format::useUserClockAttribute)
             readFlag(attribute, &core->useUserClock);
         else
@@ -183,7 +183,7 @@ void MolkFileReader::readPort(ProbeIn *port, ProbeOut *valued, QLatin1String ele
         if (attribute.qualifiedName() == Format::numberAttribute)
             readNumber(attribute, &port->number);
         else if (valued && attribute.qualifiedName() == Format::valueAttribute)
-            valued->setValue(unescapedText(attribute.value()));
+            valued->setValue(readText(attribute));
         else
             failAtAttribute(attribute, element);
     }
@@ -227,10 +227,10 @@ void MolkFileReader::readSignalAttributes(SignalItem *item, QLatin1String elemen
     for (const QXmlStreamAttribute &attribute : xml.attributes()) {
         const QStringRef name = attribute.qualifiedName();
         if (name == Format::nameAttribute) {
-            item->name = unescapedText(attribute.value());
+            item->name = readText(attribute);
             named = true;
         } else if (name == Format::aliasAttribute) {
-            item->alias = unescapedText(attribute.value());
+            item->alias = readText(attribute);
         } else if (name == Format::selectableAttribute) {
             readFlag(attribute, &item->selectable);
         } else if (name == Format::foundAttribute) {
@@ -243,6 +243,16 @@ void MolkFileReader::readSignalAttributes(SignalItem *item, QLatin1String elemen
     }
     if (!named)
         fail(quoted(element) + " has no attribute " + quoted(Format::nameAttribute));
+}
+
+QString MolkFileReader::readText(const QXmlStreamAttribute &attribute)
+{
+    const QString text = unescapedText(attribute.value());
+    if (text.size() > Format::maximumTextLength) {
+        fail(quotedWord(attribute.qualifiedName())
+             + QString(" has more than %1 characters").arg(Format::maximumTextLength));
+    }
+    return text;
 }
 
 void MolkFileReader::readNumber(const QXmlStreamAttribute &attribute, int *number)

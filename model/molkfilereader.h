@@ -50,6 +50,7 @@ private:
     void readSignals(QList<SignalItem> *items, int nesting, QLatin1String parent);
     void readSignal(SignalItem *item, int nesting, QLatin1String parent);
     void readSignalAttributes(SignalItem *item, QLatin1String element);
+    QString readText(const QXmlStreamAttribute &attribute);
     void readNumber(const QXmlStreamAttribute &attribute, int *number);
     void readFlag(const QXmlStreamAttribute &attribute, bool *flag);
 

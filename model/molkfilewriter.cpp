@@ -115,6 +115,7 @@ void MolkFileWriter::writeSignal(const SignalItem &item, int nesting)
 
 void MolkFileWriter::writeAttribute(const QString &name, const QString &value)
 {
+    failed = failed || value.size() > Format::maximumTextLength;
     xml.writeAttribute(name, escapedText(value));
 }
 

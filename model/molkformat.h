@@ -53,6 +53,10 @@ constexpr qint64 maximumFileSize = qint64(256) * 1024 * 1024;
 /// A tag, comment or run of text of more bytes is neither read nor written.
 constexpr qint64 maximumPieceSize = 1024 * 1024;
 
+/// A name or other text of more code units is neither read nor written. An element has two of them
+/// at most, so that it keeps below the bound of a tag even if every character has to be escaped.
+constexpr int maximumTextLength = 64 * 1024;
+
 /// No element of the format has more than five attributes.
 constexpr int maximumAttributes = 64;
 

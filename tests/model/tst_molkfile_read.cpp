@@ -122,6 +122,8 @@ void TestMolkFileRead::damagedDocumentIsRefused_data()
     row("attribute-twice", inPort("<net name='a' name='b'/>"),
         "line 1, column 74: Attribute 'name' redefined.");
     row("no-name", inPort("<bit/>"), "line 1, column 56: \"bit\" has no attribute \"name\".");
+    row("name-too-long", inPort("<net name='" + QByteArray(65537, 'n') + "'/>"),
+        "line 1, column 65601: \"name\" has more than 65536 characters.");
     row("text-in-signal", inPort("<net name='a'>b</net>"),
         "line 1, column 66: unexpected text \"b\" in \"net\".");
     row("id-empty", document("<core id=''/>"),

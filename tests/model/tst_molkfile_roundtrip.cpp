@@ -231,7 +231,10 @@ void TestMolkFileRoundTrip::textsReadBackEqual_data()
     QTest::newRow("three-halves") << QString(QChar(0xD800)) + QChar(0xD800) + QChar(0xDC00);
     QTest::newRow("noncharacters") << QString(QChar(0xFFFE)) + QChar(0xFFFF);
     QTest::newRow("byte-order-mark") << QString(QChar(0xFEFF)) + "x";
-    QTest::newRow("long") << QString(100000, QLatin1Char('n'));
+    QTest::newRow("longest") << QString(65536, QLatin1Char('n'));
+    QTest::newRow("longest-of-longest-escapes") << QString(65536, QLatin1Char('"'));
+    QTest::newRow("longest-of-unholdable") << QString(65536, QChar(0));
+    QTest::newRow("longest-of-long-letters") << QString(65536, QChar(0x4FE1));
 
     QString all;
     for (int code = 0; code < 0x300; ++code)

@@ -1,0 +1,284 @@
+// SPDX-FileCopyrightText: The project's authors
+// SPDX-License-Identifier: MIT
+
+#include "molkcore.h"
+#include "molkfile.h"
+#include "testmain.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <csignal>
+#include <fcntl.h>
+#include <functional>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+/// Files that were made to hang, fill or crash the editor end at once, with a clear message and
+/// without much memory.
+class TestMolkFileHostile : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+
+    void noPlainFileIsRefusedUnread_data();
+    void noPlainFileIsRefusedUnread();
+    void pipeIsNotWaitedFor();
+    void linkToAPipeIsNotWaitedFor();
+    void unreadableFileIsRefused();
+    void fileOfTwoGibibytesIsRefusedBySize();
+    void fileJustAboveTheLimitIsRefusedBySize();
+    void hugeDocumentEndsFastInLittleMemory_data();
+    void hugeDocumentEndsFastInLittleMemory();
+    void fileThatGrowsIsReadToABoundedEnd();
+
+private:
+    QString pathOf(const QString &name) const { return directory.filePath(name); }
+
+    QTemporaryDir directory;
+};
+
+static QString refusal(const QString &path)
+{
+    bool ok = false;
+    QString message;
+    const QList<MOLK::MolkCore *> cores = MOLK::readMOLKConfigFromXml(path, &ok, &message);
+    if (ok || !cores.isEmpty() || MOLK::checkMOLKFile(path))
+        QTest::qFail("the file was accepted", __FILE__, __LINE__);
+    qDeleteAll(cores);
+    return message;
+}
+
+static void writeFile(const QString &path, const std::function<bool(QFile *)> &fill)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QVERIFY(fill(&file));
+}
+
+// Runs in a child of its own, so that nothing but this work counts and a crash is seen as one.
+static int exitCodeOfChild(const std::function<int()> &work)
+{
+    const pid_t child = ::fork();
+    if (child == 0)
+        ::_exit(work());
+    int status = 0;
+    if (child < 0 || ::waitpid(child, &status, 0) != child || !WIFEXITED(status))
+        return -1;
+    return WEXITSTATUS(status);
+}
+
+static long peakKibibytes()
+{
+    struct rusage usage = {};
+    ::getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss;
+}
+
+void TestMolkFileHostile::initTestCase()
+{
+    QVERIFY(directory.isValid());
+    QVERIFY(QDir().mkdir(pathOf("directory.molk")));
+    QVERIFY(QFile::link(pathOf("nowhere"), pathOf("dangling.molk")));
+    QVERIFY(QFile::link(pathOf("circle.molk"), pathOf("circle.molk")));
+    writeFile(pathOf("empty.molk"), [](QFile *) { return true; });
+}
+
+void TestMolkFileHostile::noPlainFileIsRefusedUnread_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QString>("message");
+
+    const QString none = "there is no such file.";
+    const QString irregular = "this is no regular file.";
+    QTest::newRow("no-name") << ""
+                             << "\"\": " + none;
+    QTest::newRow("missing") << pathOf("missing.molk") << "\"missing.molk\": " + none;
+    QTest::newRow("missing-directory") << pathOf("no/a.molk") << "\"a.molk\": " + none;
+    QTest::newRow("name-with-nul")
+        << pathOf(QString("a") + QChar('\0') + "b") << "\"a?b\": " + none;
+    QTest::newRow("dangling-link") << pathOf("dangling.molk") << "\"dangling.molk\": " + none;
+    QTest::newRow("circle-of-links") << pathOf("circle.molk") << "\"circle.molk\": " + none;
+    QTest::newRow("directory") << pathOf("directory.molk") << "\"directory.molk\": " + irregular;
+    QTest::newRow("file-as-directory") << pathOf("empty.molk/a.molk") << "\"a.molk\": " + none;
+    QTest::newRow("empty") << pathOf("empty.molk") << "\"empty.molk\": the file is empty.";
+    QTest::newRow("null-device") << "/dev/null"
+                                 << "\"null\": " + irregular;
+    QTest::newRow("endless-device") << "/dev/zero"
+                                    << "\"zero\": " + irregular;
+    QTest::newRow("made-up-file") << "/proc/self/status"
+                                  << "\"status\": the file is empty.";
+    QTest::newRow("made-up-memory") << "/proc/self/mem"
+                                    << "\"mem\": the file is empty.";
+}
+
+void TestMolkFileHostile::noPlainFileIsRefusedUnread()
+{
+    QFETCH(QString, path);
+    QFETCH(QString, message);
+    QCOMPARE(refusal(path), message);
+}
+
+void TestMolkFileHostile::pipeIsNotWaitedFor()
+{
+    const QString pipe = pathOf("pipe.molk");
+    QCOMPARE(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    QCOMPARE(refusal(pipe), QString("\"pipe.molk\": this is no regular file."));
+}
+
+void TestMolkFileHostile::linkToAPipeIsNotWaitedFor()
+{
+    const QString pipe = pathOf("target");
+    QCOMPARE(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    QVERIFY(QFile::link(pipe, pathOf("link.molk")));
+    QCOMPARE(refusal(pathOf("link.molk")), QString("\"link.molk\": this is no regular file."));
+}
+
+void TestMolkFileHostile::unreadableFileIsRefused()
+{
+    const QString path = pathOf("secret.molk");
+    writeFile(path, [](QFile *file) { return file->write("x") == 1; });
+    QVERIFY(QFile::setPermissions(path, QFileDevice::Permissions()));
+    // The superuser reads everything: a child without privileges has to try it then.
+    QVERIFY(QFile::setPermissions(directory.path(), QFileDevice::Permissions(0x7555)));
+    const int code = exitCodeOfChild([&path] {
+        if (::geteuid() == 0 && ::setuid(65534) != 0)
+            return 2;
+        QString message;
+        MOLK::readMOLKConfigFromXml(path, nullptr, &message);
+        return message == "\"secret.molk\": the file can't be opened: Permission denied." ? 0 : 1;
+    });
+    QCOMPARE(code, 0);
+}
+
+static bool makeSparse(const QString &path, qint64 size)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write("<MOLK_CONFIG>") > 0 && file.resize(size);
+}
+
+void TestMolkFileHostile::fileOfTwoGibibytesIsRefusedBySize()
+{
+    QVERIFY(makeSparse(pathOf("large.molk"), Q_INT64_C(2) * 1024 * 1024 * 1024));
+    QCOMPARE(refusal(pathOf("large.molk")),
+             QString("\"large.molk\": the file is larger than the limit of 256 MiB."));
+}
+
+void TestMolkFileHostile::fileJustAboveTheLimitIsRefusedBySize()
+{
+    QVERIFY(makeSparse(pathOf("above.molk"), 256 * 1024 * 1024 + 1));
+    QCOMPARE(refusal(pathOf("above.molk")),
+             QString("\"above.molk\": the file is larger than the limit of 256 MiB."));
+}
+
+void TestMolkFileHostile::hugeDocumentEndsFastInLittleMemory_data()
+{
+    QTest::addColumn<QByteArray>("start");
+    QTest::addColumn<QByteArray>("repeated");
+    QTest::addColumn<int>("times");
+    QTest::addColumn<QString>("cause");
+
+    const QByteArray head = "<MOLK_CONFIG><Version>1.0</Version>";
+    const QByteArray port = head + "<core><probeIn>";
+    const int mebibyte = 1024 * 1024;
+    const QString piece = "a tag, comment or text of more than 1048576 bytes.";
+    const QString many = "an element with more than 64 attributes.";
+    const QString nesting = "members are nested more than 16 deep.";
+
+    QTest::newRow("attribute-of-100-megabytes")
+        << port + "<net name='" << QByteArray(mebibyte, 'a') << 100 << piece;
+    QTest::newRow("tag-name-of-100-megabytes")
+        << head + "<" << QByteArray(mebibyte, 'a') << 100
+        << "exceeds implementation limits (4KiB characters).";
+    QTest::newRow("blanks-in-a-tag-of-100-megabytes")
+        << head + "<core " << QByteArray(mebibyte, ' ') << 100 << piece;
+    QTest::newRow("text-of-100-megabytes") << head << QByteArray(mebibyte, 'a') << 100 << piece;
+    QTest::newRow("blanks-of-100-megabytes") << head << QByteArray(mebibyte, ' ') << 100 << piece;
+    QTest::newRow("version-of-100-megabytes")
+        << QByteArray("<MOLK_CONFIG><Version>") << QByteArray(mebibyte, '1') << 100 << piece;
+    QTest::newRow("comment-of-100-megabytes")
+        << head + "<!--" << QByteArray(mebibyte, '>') << 100 << piece;
+    QTest::newRow("instruction-of-100-megabytes")
+        << head + "<?x " << QByteArray(mebibyte, '>') << 100 << piece;
+    QTest::newRow("character-data-of-100-megabytes")
+        << head + "<![CDATA[" << QByteArray(mebibyte, ']') << 100 << piece;
+    QTest::newRow("million-attributes")
+        << head + "<core" << QByteArray(" a='1'") << mebibyte << many;
+    QTest::newRow("200000-levels-of-members")
+        << port << QByteArray("<bus name='b'>") << 200000 << nesting;
+    QTest::newRow("200000-levels-of-cores")
+        << head << QByteArray("<core>") << 200000 << "unknown element \"core\" in \"core\".";
+    QTest::newRow("million-entities")
+        << QByteArray("<!DOCTYPE m [") << QByteArray("<!ENTITY a '&b;&b;'>") << mebibyte
+        << "document types aren't accepted.";
+}
+
+void TestMolkFileHostile::hugeDocumentEndsFastInLittleMemory()
+{
+    QFETCH(QByteArray, start);
+    QFETCH(QByteArray, repeated);
+    QFETCH(int, times);
+    QFETCH(QString, cause);
+    const QString path = pathOf("huge.molk");
+    writeFile(path, [&](QFile *file) {
+        bool ok = file->write(start) == start.size();
+        for (int i = 0; i < times; ++i)
+            ok = ok && file->write(repeated) == repeated.size();
+        return ok;
+    });
+
+    const int code = exitCodeOfChild([&] {
+        const long before = peakKibibytes();
+        QElapsedTimer timer;
+        timer.start();
+        QString message;
+        const QList<MOLK::MolkCore *> cores = MOLK::readMOLKConfigFromXml(path, nullptr, &message);
+        if (!cores.isEmpty() || !message.endsWith(cause))
+            return 1;
+        if (timer.elapsed() >= 1000)
+            return 2;
+        return peakKibibytes() - before < 64 * 1024 ? 0 : 3;
+    });
+    QFile::remove(path);
+    QCOMPARE(code, 0);
+}
+
+void TestMolkFileHostile::fileThatGrowsIsReadToABoundedEnd()
+{
+    const QString path = pathOf("growing.molk");
+    writeFile(path, [](QFile *file) {
+        return file->write("<MOLK_CONFIG><Version>1.0</Version></MOLK_CONFIG>") > 0;
+    });
+
+    // The child appends as fast as it can for as long as the parent reads.
+    const pid_t child = ::fork();
+    if (child == 0) {
+        const int descriptor = ::open(QFile::encodeName(path).constData(), O_WRONLY | O_APPEND);
+        const QByteArray blanks = QByteArray("<!-- -->\n").repeated(1000);
+        while (::lseek(descriptor, 0, SEEK_END) < 512 * 1024 * 1024
+               && ::write(descriptor, blanks.constData(), std::size_t(blanks.size())) > 0) {}
+        ::_exit(0);
+    }
+    QVERIFY(child > 0);
+    QString message;
+    for (int i = 0; i < 20; ++i) {
+        const QList<MOLK::MolkCore *> cores = MOLK::readMOLKConfigFromXml(path, nullptr, &message);
+        QVERIFY(cores.isEmpty());
+    }
+    ::kill(child, SIGKILL);
+    ::waitpid(child, nullptr, 0);
+    // What it held at each moment was whole, a cut comment, or too large; it never hung.
+    const bool known = message.isEmpty() || message.contains("Premature end of document")
+        || message.contains("Extra content") || message.contains("larger than the limit")
+        || message.contains("more than 268435456 bytes");
+    QVERIFY2(known, qPrintable(message));
+}
+
+MOLK_TEST_GUILESS_MAIN(TestMolkFileHostile)
+#include "tst_molkfile_hostile.moc"
