@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: The project's authors
 // SPDX-License-Identifier: MIT
 
-#include "literal.h"
+#include "items.h"
+#include "literalrows.h"
 #include "randomitems.h"
 
 #include "signaldisplay.h"
@@ -36,26 +37,6 @@ private slots:
     void foundSignalsFollowThePalette();
     void signalsAreReadBackFromAnyRow();
 };
-
-static SignalItem net(const QString &name)
-{
-    SignalItem item;
-    item.name = name;
-    item.kind = 0;
-    return item;
-}
-
-static SignalItem bus(const QString &name, int bits)
-{
-    SignalItem item;
-    item.name = QString("%1[%2:0]").arg(name).arg(bits - 1);
-    item.kind = 1;
-    for (int k = bits - 1; k >= 0; --k) {
-        item.members.append(net(QString("%1[%2]").arg(name).arg(k)));
-        item.members.last().kind = 1;
-    }
-    return item;
-}
 
 void TestSignalDisplay::textToolTipAndFontFollowTheAlias()
 {

@@ -1,0 +1,36 @@
+// SPDX-FileCopyrightText: The project's authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "signalitem.h"
+
+class QTreeWidget;
+
+namespace MOLK {
+
+class PickedSignals;
+
+/// Appends one top-level row of the type \a rowType for \a item, which carries it, with one row for
+/// each of its bits. A null \a tree adds nothing.
+void addSignalRow(QTreeWidget *tree, const SignalItem &item, int rowType);
+
+/// As addSignalRow() for each of \a items in order, inserted at once.
+void addSignalRows(QTreeWidget *tree, const QList<SignalItem> &items, int rowType);
+
+/// Drops from \a buses and \a singles what the top-level rows of \a tree cover, row by row from the
+/// first to the last, and deletes the rows of bits that an incoming bus replaces.
+void reconcileTree(QTreeWidget *tree, QList<SignalItem> &buses, QList<SignalItem> &singles);
+
+/// The step of reconcileTree() for the top-level row \a row, which is a bus or a bit: drops from
+/// \a buses what it covers, or deletes it and decreases \a row by 1 if an incoming bus replaces it.
+void reconcileBusRow(QTreeWidget *tree, int &row, QList<SignalItem> &buses);
+
+/// Adds picked signals to \a tree such that nothing that stands in it comes a second time and no
+/// bit stands beside the whole bus that holds it. New rows come last, of item type 0, buses and
+/// bits ahead of single nets; rows that stood in the tree keep their places unless an incoming bus
+/// replaces them.
+void addPicked(QTreeWidget *tree, const QList<SignalItem> &picked);
+void addPicked(QTreeWidget *tree, const PickedSignals &picked);
+
+} // namespace MOLK
