@@ -68,6 +68,7 @@ ViewService::ViewService()
     : Core::ViewManager(nullptr)
 {
     currentService = this;
+    qRegisterMetaType<Core::IView *>("Core::IView*"); // for spies and queued connections
     connect(qApp, SIGNAL(focusChanged(QWidget *, QWidget *)), this,
             SIGNAL(activeContextsChanged()));
 }
