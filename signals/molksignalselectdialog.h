@@ -11,6 +11,7 @@
 class QTreeWidgetItem;
 
 namespace FATHOM {
+class Hierachy;
 class RtlNet;
 class RtlNetBus;
 class RtlNetlist;
@@ -21,6 +22,7 @@ namespace MOLK {
 class RtlNetlistTreeView;
 class SignalItem;
 struct HierarchyMatch;
+struct NetFilter;
 namespace Ui {
 class MolkSignalSelectDialog;
 }
@@ -71,6 +73,13 @@ private slots:
     void onDelAllSignal();
 
 private:
+    NetFilter readFilter() const;
+    FATHOM::Hierachy *pickedLevel() const;
+    void showNets(const QList<FATHOM::RtlNet *> &nets, const QList<FATHOM::RtlNetBus *> &buses);
+    void showHierarchy(const HierarchyMatch &match);
+    void addHierarchyRow(QTreeWidgetItem *parent, const HierarchyMatch &match);
+    void fillModuleRow(QTreeWidgetItem *row, const HierarchyMatch &match);
+
     Ui::MolkSignalSelectDialog *ui;
     NetlistGuard netlist;
     RtlNetlistTreeView *searchInView = nullptr;

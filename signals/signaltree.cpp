@@ -26,6 +26,13 @@ void addSignalRows(QTreeWidget *tree, const QList<SignalItem> &items, int rowTyp
     tree->addTopLevelItems(rows);
 }
 
+void addNamedSignalRow(QTreeWidgetItem *parent, const SignalItem &item, const QStringList &names,
+                       int rowType)
+{
+    if (parent && names.size() == item.members.size() + 1)
+        parent->addChild(makeNamedSignalRow(item, names, rowType));
+}
+
 void reconcileTree(QTreeWidget *tree, QList<SignalItem> &buses, QList<SignalItem> &singles)
 {
     QVector<int> replaced;

@@ -5,7 +5,10 @@
 
 #include "signalitem.h"
 
+#include <QStringList>
+
 class QTreeWidget;
+class QTreeWidgetItem;
 
 namespace MOLK {
 
@@ -17,6 +20,12 @@ void addSignalRow(QTreeWidget *tree, const SignalItem &item, int rowType);
 
 /// As addSignalRow() for each of \a items in order, inserted at once.
 void addSignalRows(QTreeWidget *tree, const QList<SignalItem> &items, int rowType);
+
+/// Appends a row below \a parent as addSignalRow() does, except that the rows read \a names and
+/// each bit row carries its bit. Adds nothing if \a parent is null or \a names doesn't hold one
+/// name for \a item and one for each of its members.
+void addNamedSignalRow(QTreeWidgetItem *parent, const SignalItem &item, const QStringList &names,
+                       int rowType);
 
 /// Drops from \a buses and \a singles what the top-level rows of \a tree cover, row by row from the
 /// first to the last, and deletes the rows of bits that an incoming bus replaces.
