@@ -1,0 +1,492 @@
+// SPDX-FileCopyrightText: The project's authors
+// SPDX-License-Identifier: MIT
+
+#include "messagedlg.h"
+#include "modaldriver.h"
+#include "molkcore.h"
+#include "molkfile.h"
+#include "molkoptionwidget.h"
+#include "netlistguard.h"
+#include "privateaccess.h"
+#include "testwidgetsmain.h"
+#include "viewbench.h"
+
+#include "netlist/netlistbuilder.h"
+
+#include "fathom/hierachy.h"
+#include "fathom/rtlnetlist.h"
+
+#include <QCheckBox>
+#include <QDialogButtonBox>
+#include <QLineEdit>
+#include <QPointer>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTextEdit>
+
+using namespace MOLK;
+
+struct IncludePaths
+{
+    using Type = QStringList (MolkView::*)();
+    friend Type member(IncludePaths);
+};
+template struct PrivateAccess<IncludePaths, &MolkView::includePaths>;
+
+struct GetRtlModules
+{
+    using Type = void (MolkView::*)(QMap<QString, QVariant> &, QStringList &, QStringList &,
+                                    QStringList &);
+    friend Type member(GetRtlModules);
+};
+template struct PrivateAccess<GetRtlModules, &MolkView::getRtlModules>;
+
+namespace {
+
+// A netlist that counts itself.
+class WatchedNetlist : public FATHOM::RtlNetlist
+{
+public:
+    WatchedNetlist(const QString &topModule, int *count, bool jtag = false)
+        : netlist(Standin::NetlistBuilder(topModule).build())
+        , alive(count)
+    {
+        top = netlist->top;
+        usesJtag = jtag;
+        ++*alive;
+    }
+
+    ~WatchedNetlist() override { --*alive; }
+
+    FATHOM::RtlNet *findNet(const QString &name) const override { return netlist->findNet(name); }
+
+private:
+    std::unique_ptr<FATHOM::RtlNetlist> netlist;
+    int *alive;
+};
+
+} // namespace
+
+class tst_MolkViewNetlist : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void goodDesignIsInstalledOnAllPages();
+    void servicesAreAskedInOrder();
+    void noSourceFilesAskNoService();
+    void filesWithoutPathCount();
+    void errorInTheLogShowsTheWholeLog();
+    void errorFurtherOnIsNoError();
+    void refusalShowsOneBox_data();
+    void refusalShowsOneBox();
+    void rejectedNetlistIsFreed();
+    void refusalLeavesNoNetlist();
+    void missingNetlistIsRefusedInSilence();
+    void missingTopMayBeNullOrEmpty();
+    void readKeepsSignalsThatAreGone();
+
+    void saveDuringAReadKeepsTheModuleNames();
+    void viewMayGoWhileModulesAreRead();
+    void viewMayGoWhileNetsAreRead();
+    void viewMayGoWhileTheLogIsShown();
+    void viewMayGoWhileTheRefusalIsShown();
+    void readInsideAReadLeavesOneNetlist();
+
+    void relativeIncludePathsBecomeAbsolute();
+    void modulesServiceIsForwarded();
+};
+
+static const QStringList services = {"getSourceFileInfo", "catchRtlModules",
+                                     "catchRtlNetsWithProgressDialog"};
+
+void tst_MolkViewNetlist::goodDesignIsInstalledOnAllPages()
+{
+    ViewBench bench;
+    const auto view = bench.openView(bench.writeCores(2));
+    QVERIFY(view);
+    auto *document = documentOf(view);
+    const NetlistGuard old(document->netlist);
+    QSignalSpy first(document->optionWidgets.at(0)->widget(0), SIGNAL(netlistChanged()));
+    QSignalSpy second(document->optionWidgets.at(1)->widget(0), SIGNAL(netlistChanged()));
+    FATHOM::RtlNetlist *next = benchNetlist();
+    bench.host.extraction().queueNetlist(next);
+
+    QVERIFY(view->readRtlNetlist());
+
+    QCOMPARE(document->netlist, next);
+    QVERIFY(old.get() == nullptr);
+    // Once for the netlist that went, once for the one that came.
+    QCOMPARE(first.count(), 2);
+    QCOMPARE(second.count(), 2);
+    QVERIFY(!view->isModified());
+}
+
+void tst_MolkViewNetlist::servicesAreAskedInOrder()
+{
+    ViewBench bench;
+    const auto view = bench.openView(bench.writeCores(1));
+    QVERIFY(view);
+    bench.host.clearCalls();
+
+    QVERIFY(view->readRtlNetlist());
+
+    QCOMPARE(bench.host.calls(),
+             QStringList({"getSourceFileInfo", "catchRtlModules top=top",
+                          "catchRtlNetsWithProgressDialog"}));
+}
+
+void tst_MolkViewNetlist::noSourceFilesAskNoService()
+{
+    ViewBench bench;
+    const auto view = bench.openView(bench.writeCores(1));
+    QVERIFY(view);
+    bench.host.design().setSourceFileInfo({{"Top", "top"}, {"Files", QVariantList()}});
+    bench.host.clearCalls();
+    ModalDriver driver;
+    driver.expectMessage("Error", "Design files are not exist.", QMessageBox::Ok);
+
+    QVERIFY(!view->readRtlNetlist());
+
+    QCOMPARE(bench.host.callsOf(services), QStringList("getSourceFileInfo"));
+    QVERIFY(documentOf(view)->netlist == nullptr);
+}
+
+void tst_MolkViewNetlist::filesWithoutPathCount()
+{
+    ViewBench bench;
+    const auto view = bench.openView(bench.writeCores(1));
+    QVERIFY(view);
+    bench.host.design().setSourceFileInfo({{"Files", QVariantList({QVariantMap()})}});
+
+    QVERIFY(view->readRtlNetlist());
+}
+
+void tst_MolkViewNetlist::errorInTheLogShowsTheWholeLog()
+{
+    ViewBench bench;
+    const auto view = bench.openView(bench.writeCores(1));
+    QVERIFY(view);
+    bench.host.extraction().queueModules(
+        {{"top"}, {"top", "sub"}, {"INFO: reading a.v", "ERROR: a.v:3:1: syntax", "INFO: done"}});
+    bench.host.clearCalls();
+    ModalDriver driver;
+    driver.expectDialog<MessageDlg>([&](MessageDlg *dialog) {
+        QCOMPARE(dialog->parentWidget(), view.get());
+        QCOMPARE(dialog->windowTitle(), QString("Design files contain some errors."));
+        QCOMPARE(child<QTextEdit>(dialog, "textEdit")->toPlainText(),
+                 QString("INFO: reading a.v\nERROR: a.v:3:1: syntax\nINFO: done"));
+        child<QDialogButtonBox>(dialog, "buttonBox")->button(QDialogButtonBox::Ok)->click();
+    });
+
+    QVERIFY(!view->readRtlNetlist());
+
+    QCOMPARE(bench.host.callsOf(services),
+             QStringList({"getSourceFileInfo", "catchRtlModules top=top"}));
+}
+
+void tst_MolkViewNetlist::errorFurtherOnIsNoError()
+{
+    ViewBench bench;
+    const auto view = bench.openView(bench.writeCores(1));
+    QVERIFY(view);
+    bench.host.extraction().queueModules({{"top"}, {"top"}, {"0 ERROR", "Error: none"}});
+
+    QVERIFY(view->readRtlNetlist());
+}
+
+void tst_MolkViewNetlist::refusalShowsOneBox_data()
+{
+    QTest::addColumn<QString>("top");
+    QTest::addColumn<QStringList>("topModules");
+    QTest::addColumn<QStringList>("modules");
+    QTest::addColumn<QString>("received");
+    QTest::addColumn<bool>("usesJtag");
+    QTest::addColumn<QString>("title");
+    QTest::addColumn<QString>("text");
+
+    const QStringList none;
+    const QStringList one = {"a"};
+    const QStringList two = {"a", "b"};
+    QTest::newRow("set-top-is-missing")
+        << "c" << one << none << "a" << false << "Invalid Top Module"
+        << "No module named \"c\", please reset top module.";
+    QTest::newRow("no-module") << "" << none << none << "a" << false
+                               << "Design files contain some errors"
+                               << "Get no module from design.";
+    QTest::newRow("two-tops") << "" << two << two << "a" << false << "Multiple Top Module"
+                              << "Multiple top, please set top module.";
+    QTest::newRow("no-top") << "" << none << two << "a" << false << "Multiple Top Module"
+                            << "Multiple top, please set top module.";
+    QTest::newRow("two-tops-though-one-is-set")
+        << "a" << two << two << "a" << false << "Design files contain some errors"
+        << "Get no module from design.";
+    QTest::newRow("other-top-received")
+        << "a" << one << two << "b" << false << "Error"
+        << "Get module \"a\" failed, just received default module \"b\".";
+    QTest::newRow("jtag") << "a" << one << two << "a" << true << "Error"
+                          << "OD_JTAG used in design conflicts with MOLK.";
+    QTest::newRow("other-top-and-jtag")
+        << "a" << one << two << "b" << true << "Error"
+        << "Get module \"a\" failed, just received default module \"b\".";
+    QTest::newRow("markup") << "<b>" << one << none << "a" << false << "Invalid Top Module"
+                            << "No module named \"<b>\", please reset top module.";
+}
+
+void tst_MolkViewNetlist::refusalShowsOneBox()
+{
+    QFETCH(QString, top);
+    QFETCH(QStringList, topModules);
+    QFETCH(QStringList, modules);
+    QFETCH(QString, received);
+    QFETCH(bool, usesJtag);
+    QFETCH(QString, title);
+    QFETCH(QString, text);
+    ViewBench bench;
+    const auto view = bench.openView(bench.writeCores(1));
+    QVERIFY(view);
+    bench.host.design().setSourceFiles({"/design/a.v"}, top);
+    bench.host.extraction().queueModules({topModules, modules, {}});
+    Standin::NetlistBuilder builder(received);
+    builder.setUsesJtag(usesJtag);
+    bench.host.extraction().queueNetlist(builder.build());
+    ModalDriver driver;
+    driver.expectDialog<QMessageBox>([&](QMessageBox *box) {
+        QCOMPARE(box->parentWidget(), view.get());
+        QCOMPARE(box->windowTitle(), title);
+        QCOMPARE(box->text(), text);
+        QCOMPARE(box->textFormat(), Qt::PlainText);
+        QCOMPARE(box->icon(), QMessageBox::Critical);
+        QCOMPARE(box->standardButtons(), QMessageBox::Ok);
+        box->button(QMessageBox::Ok)->click();
+    });
+
+    QVERIFY(!view->readRtlNetlist());
+
+    QVERIFY(documentOf(view)->netlist == nullptr);
+}
+
+void tst_MolkViewNetlist::rejectedNetlistIsFreed()
+{
+    ViewBench bench;
+    const auto view = bench.openView(bench.writeCores(1));
+    QVERIFY(view);
+    int alive = 0;
+    bench.host.extraction().queueNetlist(new WatchedNetlist("top", &alive, true));
+    ModalDriver driver;
+    driver.expectDialog<QMessageBox>([&](QMessageBox *box) {
+        QCOMPARE(alive, 0);
+        box->button(QMessageBox::Ok)->click();
+    });
+
+    QVERIFY(!view->readRtlNetlist());
+}
+
+void tst_MolkViewNetlist::refusalLeavesNoNetlist()
+{
+    ViewBench bench;
+    const auto view = bench.openView(bench.writeCores(1));
+    QVERIFY(view);
+    const NetlistGuard old(documentOf(view)->netlist);
+    QSignalSpy told(documentOf(view)->optionWidgets.first()->widget(0), SIGNAL(netlistChanged()));
+    view->onModified();
+    bench.host.extraction().queueModules({{}, {}, {}});
+    ModalDriver driver;
+    driver.expectMessage("Invalid Top Module", "No module named \"top\", please reset top module.",
+                         QMessageBox::Ok);
+
+    QVERIFY(!view->readRtlNetlist());
+
+    QVERIFY(old.get() == nullptr);
+    QVERIFY(documentOf(view)->netlist == nullptr);
+    QCOMPARE(told.count(), 1);
+    QVERIFY(view->isModified());
+    QCOMPARE(documentOf(view)->cores.size(), 1);
+}
+
+void tst_MolkViewNetlist::missingNetlistIsRefusedInSilence()
+{
+    ViewBench bench;
+    const auto view = bench.openView(bench.writeCores(1));
+    QVERIFY(view);
+    bench.host.refuse("catchRtlNetsWithProgressDialog");
+    ModalDriver driver;
+    QTest::ignoreMessage(QtDebugMsg, "the host delivered no netlist");
+
+    QVERIFY(!view->readRtlNetlist());
+
+    QVERIFY(documentOf(view)->netlist == nullptr);
+}
+
+void tst_MolkViewNetlist::missingTopMayBeNullOrEmpty()
+{
+    ViewBench bench;
+    const auto view = bench.openView(bench.writeCores(1));
+    QVERIFY(view);
+    const QVariantList files = {QVariantMap{{"Path", "/a.v"}}};
+
+    bench.host.design().setSourceFileInfo({{"Files", files}});
+    QVERIFY(view->readRtlNetlist());
+    bench.host.design().setSourceFileInfo({{"Files", files}, {"Top", ""}});
+    QVERIFY(view->readRtlNetlist());
+}
+
+void tst_MolkViewNetlist::readKeepsSignalsThatAreGone()
+{
+    ViewBench bench;
+    const auto view = bench.openView(bench.writeCores(1));
+    QVERIFY(view);
+    bench.host.extraction().queueNetlist(Standin::NetlistBuilder("top").build());
+
+    QVERIFY(view->readRtlNetlist());
+
+    const MolkCore *core = documentOf(view)->cores.first();
+    QCOMPARE(core->getProbeIn(0)->singleSignals(), QStringList("top/clk"));
+    QVERIFY(core->getProbeIn(0)->getSignalNet().first().found);
+}
+
+void tst_MolkViewNetlist::saveDuringAReadKeepsTheModuleNames()
+{
+    ViewBench bench;
+    const QString file = bench.writeCores(1);
+    const auto view = bench.openView(file);
+    QVERIFY(view);
+    QVERIFY(view->save());
+    child<QLineEdit>(view, "lineEditUserClock")->setText("top/clk");
+    ModalDriver driver;
+    bench.host.extraction().duringNetlist([&] {
+        QVERIFY(documentOf(view)->netlist == nullptr);
+        QVERIFY(view->save());
+
+        child<QCheckBox>(view, "checkUserClock")->setChecked(true);
+        driver.expectDialog<QMessageBox>([](QMessageBox *box) {
+            QCOMPARE(box->detailedText(),
+                     QString("Molk 0: The output probe synchronizes with user clock does not "
+                             "exist"));
+            box->button(QMessageBox::Ok)->click();
+        });
+        QVERIFY(!view->save());
+    });
+
+    QVERIFY(view->readRtlNetlist());
+
+    const QList<MolkCore *> written = readMOLKConfigFromXml(file, nullptr, nullptr);
+    QCOMPARE(written.size(), 1);
+    QCOMPARE(written.first()->getModuleName(), QString("top"));
+    QCOMPARE(written.first()->getUserClockName(), QString("top/clk"));
+    qDeleteAll(written);
+    QVERIFY(view->save());
+}
+
+void tst_MolkViewNetlist::viewMayGoWhileModulesAreRead()
+{
+    ViewBench bench;
+    QPointer<MolkView> view = bench.openView(bench.writeCores(1)).release();
+    QVERIFY(view);
+    bench.host.extraction().duringModules([&] { delete view; });
+    bench.host.clearCalls();
+
+    QVERIFY(!view->readRtlNetlist());
+
+    QVERIFY(!view);
+    QCOMPARE(bench.host.callsOf(services),
+             QStringList({"getSourceFileInfo", "catchRtlModules top=top"}));
+}
+
+void tst_MolkViewNetlist::viewMayGoWhileNetsAreRead()
+{
+    ViewBench bench;
+    QPointer<MolkView> view = bench.openView(bench.writeCores(1)).release();
+    QVERIFY(view);
+    int alive = 0;
+    bench.host.extraction().queueNetlist(new WatchedNetlist("top", &alive));
+    bench.host.extraction().duringNetlist([&] { delete view; });
+
+    QVERIFY(!view->readRtlNetlist());
+
+    QVERIFY(!view);
+    QCOMPARE(alive, 0);
+}
+
+void tst_MolkViewNetlist::viewMayGoWhileTheLogIsShown()
+{
+    ViewBench bench;
+    QPointer<MolkView> view = bench.openView(bench.writeCores(1)).release();
+    QVERIFY(view);
+    bench.host.extraction().queueModules({{"top"}, {"top"}, {"ERROR"}});
+    ModalDriver driver;
+    driver.expectDialog<MessageDlg>([&](MessageDlg *) { delete view; });
+
+    QVERIFY(!view->readRtlNetlist());
+
+    QVERIFY(!view);
+}
+
+void tst_MolkViewNetlist::viewMayGoWhileTheRefusalIsShown()
+{
+    ViewBench bench;
+    QPointer<MolkView> view = bench.openView(bench.writeCores(1)).release();
+    QVERIFY(view);
+    bench.host.extraction().queueModules({{}, {}, {}});
+    ModalDriver driver;
+    driver.expectDialog<QMessageBox>([&](QMessageBox *) { delete view; });
+
+    QVERIFY(!view->readRtlNetlist());
+
+    QVERIFY(!view);
+}
+
+void tst_MolkViewNetlist::readInsideAReadLeavesOneNetlist()
+{
+    ViewBench bench;
+    const auto view = bench.openView(bench.writeCores(1));
+    QVERIFY(view);
+    int alive = 0;
+    bench.host.serveDesign("top", [&] { return new WatchedNetlist("top", &alive); });
+    bench.host.extraction().duringNetlist([&] {
+        QVERIFY(view->readRtlNetlist());
+        QVERIFY(documentOf(view)->netlist);
+    });
+
+    QVERIFY(view->readRtlNetlist());
+
+    QCOMPARE(alive, 1);
+    QVERIFY(documentOf(view)->netlist);
+}
+
+void tst_MolkViewNetlist::relativeIncludePathsBecomeAbsolute()
+{
+    ViewBench bench;
+    MolkView view;
+    bench.host.design().setWorkingDir("/project/build");
+    QCOMPARE((view.*member(IncludePaths()))(), QStringList());
+
+    bench.host.design().setOptionValue(
+        "IncludePath", QStringList({"inc", "../rtl/./x/", "/abs/../inc", "inc", ""}));
+
+    QCOMPARE((view.*member(IncludePaths()))(),
+             QStringList({"/project/build/inc", "/project/rtl/x", "/abs/../inc",
+                          "/project/build/inc", "/project/build"}));
+}
+
+void tst_MolkViewNetlist::modulesServiceIsForwarded()
+{
+    ViewBench bench;
+    MolkView view;
+    bench.host.extraction().queueModules({{"a"}, {"a", "b"}, {"INFO"}});
+    bench.host.clearCalls();
+    QMap<QString, QVariant> info = {{"Top", "a"}};
+    QStringList topModules;
+    QStringList modules;
+    QStringList messages;
+
+    (view.*member(GetRtlModules()))(info, topModules, modules, messages);
+
+    QCOMPARE(topModules, QStringList("a"));
+    QCOMPARE(modules, QStringList({"a", "b"}));
+    QCOMPARE(messages, QStringList("INFO"));
+    QCOMPARE(bench.host.calls(), QStringList("catchRtlModules top=a"));
+}
+
+MOLK_TEST_MAIN(tst_MolkViewNetlist)
+#include "tst_molkviewnetlist.moc"
