@@ -1,0 +1,51 @@
+// SPDX-FileCopyrightText: The project's authors
+// SPDX-License-Identifier: MIT
+
+#include "netlist/stringinterner.h"
+
+#include <QHash>
+
+namespace Standin {
+
+StringInterner::StringInterner()
+    : begins(1, 0)
+    , buckets(1024, 0)
+{
+}
+
+quint32 StringInterner::intern(QStringView text)
+{
+    const quint32 hash = qHash(text, uint(qGlobalQHashSeed()));
+    std::size_t at = hash & (buckets.size() - 1);
+    for (; buckets[at]; at = (at + 1) & (buckets.size() - 1)) {
+        const quint32 number = buckets[at] - 1;
+        if (hashes[number] == hash && this->text(number) == text)
+            return number;
+    }
+    const auto number = quint32(hashes.size());
+    pool.insert(pool.end(), text.begin(), text.end());
+    begins.push_back(quint32(pool.size()));
+    hashes.push_back(hash);
+    buckets[at] = number + 1;
+    if (hashes.size() * 2 > buckets.size())
+        grow();
+    return number;
+}
+
+QStringView StringInterner::text(quint32 number) const
+{
+    return QStringView(pool.data() + begins[number], begins[number + 1] - begins[number]);
+}
+
+void StringInterner::grow()
+{
+    buckets.assign(buckets.size() * 2, 0);
+    for (std::size_t number = 0; number < hashes.size(); ++number) {
+        std::size_t at = hashes[number] & (buckets.size() - 1);
+        while (buckets[at])
+            at = (at + 1) & (buckets.size() - 1);
+        buckets[at] = quint32(number) + 1;
+    }
+}
+
+} // namespace Standin

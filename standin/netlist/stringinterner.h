@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: The project's authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QString>
+#include <QStringView>
+
+#include <vector>
+
+namespace Standin {
+
+/// Gives equal texts equal small numbers, counted from 0. A look-up makes no string, so that it can
+/// be done for each of millions of tokens.
+class StringInterner
+{
+public:
+    StringInterner();
+
+    /// The number of \a text, a new one if it wasn't seen before.
+    quint32 intern(QStringView text);
+
+    /// The text with this number. It is valid until the next call of intern().
+    QStringView text(quint32 number) const;
+
+    QString string(quint32 number) const { return text(number).toString(); }
+
+private:
+    void grow();
+
+    std::vector<QChar> pool;
+    std::vector<quint32> begins; ///< Of each text in the pool, and the end of the last.
+    std::vector<quint32> hashes;
+    std::vector<quint32> buckets; ///< Open addressing: number + 1, or 0.
+};
+
+} // namespace Standin

@@ -1,0 +1,74 @@
+// SPDX-FileCopyrightText: The project's authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "netlist/stringinterner.h"
+
+namespace Standin {
+
+/// The elements of an elaborated design's text that mean something for its nets.
+enum class XmlTag : quint8 {
+    // Operands.
+    VarRef,
+    VarXRef,
+    Const,
+    Sel,
+    ArraySel,
+    StructSel,
+    Concat,
+    Operator, ///< Any element that isn't known: it reads its operands.
+    Comparison,
+    LettingGo,
+    Call,
+    Argument,
+
+    // Statements and items.
+    Assign,
+    Begin,
+    If,
+    While,
+    SenItem,
+    Pull,
+    Var,
+    Port,
+    Instance,
+    Range,
+    Always,
+    Initial,
+    Final,
+    Function,
+    Module,
+    Interface,
+    Primitive,
+    Package,
+
+    // Types.
+    BasicType,
+    AliasType,
+    StructType,
+    UnionType,
+    PackedType,
+    UnpackedType,
+    OtherType,
+    MemberType,
+
+    Root,
+    File,
+    Transparent, ///< Only what it contains counts.
+    Skipped,
+};
+
+/// Tells elements apart by their names.
+class XmlTags
+{
+public:
+    XmlTags();
+
+    XmlTag tag(QStringView name);
+
+private:
+    StringInterner names;
+};
+
+} // namespace Standin
