@@ -10,35 +10,42 @@
 /// mean is told in docs/file-format.md.
 namespace MOLK::Format {
 
-constexpr QLatin1String rootElement("MOLK_CONFIG");
-constexpr QLatin1String versionElement("Version");
-constexpr QLatin1String version("1.0");
+// Not every compiler can count a literal's characters for QLatin1String at compile time.
+template<int size>
+constexpr QLatin1String word(const char (&literal)[size])
+{
+    return QLatin1String(literal, size - 1);
+}
 
-constexpr QLatin1String coreElement("core");
-constexpr QLatin1String idAttribute("id");
-constexpr QLatin1String moduleAttribute("module");
-constexpr QLatin1String userClockAttribute("userClock");
-constexpr QLatin1String useUserClockAttribute("useUserClock");
+constexpr QLatin1String rootElement = word("MOLK_CONFIG");
+constexpr QLatin1String versionElement = word("Version");
+constexpr QLatin1String version = word("1.0");
 
-constexpr QLatin1String probeInElement("probeIn");
-constexpr QLatin1String probeOutElement("probeOut");
-constexpr QLatin1String numberAttribute("number");
-constexpr QLatin1String valueAttribute("value");
-constexpr QLatin1String defaultValue("0x0");
+constexpr QLatin1String coreElement = word("core");
+constexpr QLatin1String idAttribute = word("id");
+constexpr QLatin1String moduleAttribute = word("module");
+constexpr QLatin1String userClockAttribute = word("userClock");
+constexpr QLatin1String useUserClockAttribute = word("useUserClock");
+
+constexpr QLatin1String probeInElement = word("probeIn");
+constexpr QLatin1String probeOutElement = word("probeOut");
+constexpr QLatin1String numberAttribute = word("number");
+constexpr QLatin1String valueAttribute = word("value");
+constexpr QLatin1String defaultValue = word("0x0");
 
 // The element of a signal tells its kind; only what has no element of its own needs the attribute.
-constexpr QLatin1String netElement("net");
-constexpr QLatin1String busElement("bus");
-constexpr QLatin1String bitElement("bit");
-constexpr QLatin1String signalElement("signal");
-constexpr QLatin1String kindAttribute("kind");
-constexpr QLatin1String nameAttribute("name");
-constexpr QLatin1String aliasAttribute("alias");
-constexpr QLatin1String selectableAttribute("selectable");
-constexpr QLatin1String foundAttribute("found");
+constexpr QLatin1String netElement = word("net");
+constexpr QLatin1String busElement = word("bus");
+constexpr QLatin1String bitElement = word("bit");
+constexpr QLatin1String signalElement = word("signal");
+constexpr QLatin1String kindAttribute = word("kind");
+constexpr QLatin1String nameAttribute = word("name");
+constexpr QLatin1String aliasAttribute = word("alias");
+constexpr QLatin1String selectableAttribute = word("selectable");
+constexpr QLatin1String foundAttribute = word("found");
 
-constexpr QLatin1String trueWord("true");
-constexpr QLatin1String falseWord("false");
+constexpr QLatin1String trueWord = word("true");
+constexpr QLatin1String falseWord = word("false");
 
 constexpr int netKind = 0;
 constexpr int busKind = 1;
