@@ -34,6 +34,15 @@ static QString quoted(QLatin1String word)
     return '"' + word + '"';
 }
 
+static const SignalElement *signalElement(const QStringRef &name)
+{
+    for (const SignalElement &known : signalElements) {
+        if (name.size() == known.element.size() && name == known.element)
+            return &known;
+    }
+    return nullptr;
+}
+
 // Stricter than QString::toInt, which takes blanks, a plus sign and leading zeros: one number has
 // one spelling.
 static bool parseNumber(const QStringRef &text, int *number)
@@ -194,31 +203,24 @@ void MolkFileReader::readPort(ProbeIn *port, ProbeOut *valued, QLatin1String ele
 
 void MolkFileReader::readSignals(QList<SignalItem> *items, int nesting, QLatin1String parent)
 {
+    static const SignalItem blank;
     while (nextChild(parent)) {
+        const SignalElement *const element = signalElement(xml.qualifiedName());
+        if (!element) {
+            failAtElement(parent);
+            return;
+        }
         if (nesting > Format::maximumNesting) {
             fail(QString("members are nested more than %1 deep").arg(Format::maximumNesting));
             return;
         }
-        items->append(SignalItem());
-        readSignal(&items->last(), nesting, parent);
+        // Filled in its place in the list, which spares a large file the copies.
+        items->append(blank);
+        SignalItem &item = items->last();
+        item.kind = element->kind;
+        readSignalAttributes(&item, element->element);
+        readSignals(&item.members, nesting + 1, element->element);
     }
-}
-
-void MolkFileReader::readSignal(SignalItem *item, int nesting, QLatin1String parent)
-{
-    QLatin1String element;
-    for (const SignalElement &known : signalElements) {
-        if (xml.qualifiedName() == known.element) {
-            element = known.element;
-            item->kind = known.kind;
-        }
-    }
-    if (element.isEmpty()) {
-        failAtElement(parent);
-        return;
-    }
-    readSignalAttributes(item, element);
-    readSignals(&item->members, nesting + 1, element);
 }
 
 void MolkFileReader::readSignalAttributes(SignalItem *item, QLatin1String element)

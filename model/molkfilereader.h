@@ -48,7 +48,6 @@ private:
     void readCore();
     void readPort(ProbeIn *port, ProbeOut *valued, QLatin1String element);
     void readSignals(QList<SignalItem> *items, int nesting, QLatin1String parent);
-    void readSignal(SignalItem *item, int nesting, QLatin1String parent);
     void readSignalAttributes(SignalItem *item, QLatin1String element);
     QString readText(const QXmlStreamAttribute &attribute);
     void readNumber(const QXmlStreamAttribute &attribute, int *number);

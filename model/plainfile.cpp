@@ -33,7 +33,9 @@ static QString openDescriptor(QFile *file, int descriptor)
     // never end, so they are taken at their word.
     if (status.st_size == 0)
         return "the file is empty";
-    if (!file->open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
+    // Who reads it has a buffer of his own.
+    const QIODevice::OpenMode mode = QIODevice::ReadOnly | QIODevice::Unbuffered;
+    if (!file->open(descriptor, mode, QFileDevice::AutoCloseHandle))
         return "the file can't be read: " + file->errorString();
     return QString();
 }
