@@ -30,14 +30,14 @@ private slots:
 
 static QStringList rowState(const QTreeWidget *tree, const QTreeWidgetItem *row)
 {
-    QStringList parts {row->text(0)};
+    QStringList parts{row->text(0)};
     if (row->isExpanded())
         parts.append("expanded");
     if (row->isSelected())
         parts.append("selected");
     if (row == tree->currentItem())
         parts.append("current");
-    QStringList lines {parts.join(" ")};
+    QStringList lines{parts.join(" ")};
     for (int k = 0; k < row->childCount(); ++k)
         lines += rowState(tree, row->child(k));
     return lines;

@@ -1,0 +1,470 @@
+// SPDX-FileCopyrightText: The project's authors
+// SPDX-License-Identifier: MIT
+
+#include "designs.h"
+#include "items.h"
+#include "literalrows.h"
+#include "searchfixture.h"
+
+#include "molksignalselectdialog.h"
+#include "netlistguard.h"
+#include "rtlnetlisttreeview.h"
+#include "signaldisplay.h"
+
+#include "testwidgetsmain.h"
+#include "treelines.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QLayout>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTreeWidget>
+
+using namespace MOLK;
+
+class TestMolkSignalSelectDialog : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void formIsAsDesigned();
+    void dialogStartsWithItsDefaults();
+    void plainSearchCoversTheWholeDesign();
+    void modesAreReadFromTheRadioButtons_data();
+    void modesAreReadFromTheRadioButtons();
+    void excludedSignalsAreListedGray_data();
+    void excludedSignalsAreListedGray();
+    void resultsReadAsIfFilledThroughSetters();
+    void returnSearchesFromAnywhere_data();
+    void returnSearchesFromAnywhere();
+    void otherKeysAreDropped();
+    void aSecondSearchReplacesTheResultsAlone();
+    void advancedFilterHidesItsSectionAndKeepsItsState();
+    void advancedFilterSearchesThePickedLevel();
+    void advancedFilterStartsAtTheTop();
+    void hierarchyViewNeedsTheAdvancedFilter();
+    void hierarchyViewShowsLevels();
+    void hierarchyViewWithoutAHitIsEmpty();
+    void hierarchyRowsReadAsIfFilledThroughSetters();
+    void searchButtonAndCursorAreFreeAfterASearch();
+    void aSearchWithoutANetlistFindsNothing();
+    void aSearchAfterTheNetlistEndedFindsNothing();
+};
+
+void TestMolkSignalSelectDialog::formIsAsDesigned()
+{
+    const Design design = searchDesign();
+    const MolkSignalSelectDialog dialog(design.get(), 0, nullptr);
+    QCOMPARE(dialog.objectName(), QString("MOLK__MolkSignalSelectDialog"));
+    QCOMPARE(dialog.windowTitle(), QString("Search Nets"));
+    QCOMPARE(dialog.size(), QSize(517, 500));
+    QCOMPARE(dialog.cursor().shape(), Qt::ArrowCursor);
+    QCOMPARE(dialog.windowOpacity(), 1.0);
+
+    const QMap<QString, QString> texts{{"radioButtonNormal", "Normal"},
+                                       {"radioButtonWildcard", "Wildcard"},
+                                       {"radioButtonRegularExpression", "Regular Expression"},
+                                       {"checkBoxCaseSensitive", "Case Sensitive"},
+                                       {"checkBoxAdvancedFilter", "Advanced Filter"},
+                                       {"checkBoxIncludeSubentries", "Include Subentries"},
+                                       {"checkBoxHierarchyView", "Hierarchy View"},
+                                       {"pushButtonSearch", "Search"},
+                                       {"btnAdd", ">"},
+                                       {"btnAddAll", ">>"},
+                                       {"btnDel", "<"},
+                                       {"btnDelAll", "<<"}};
+    for (auto it = texts.cbegin(); it != texts.cend(); ++it)
+        QCOMPARE(dialog.findChild<QAbstractButton *>(it.key())->text(), it.value());
+    QCOMPARE(dialog.findChild<QLabel *>("label")->text(), QString("Name:"));
+    QCOMPARE(dialog.findChild<QLabel *>("label_4")->text(), QString("Search In"));
+
+    const QMap<QString, QString> toolTips{{"btnAdd", "Add"},
+                                          {"btnAddAll", "Add all"},
+                                          {"btnDel", "Remove"},
+                                          {"btnDelAll", "Remove all"}};
+    for (auto it = toolTips.cbegin(); it != toolTips.cend(); ++it) {
+        const auto *button = dialog.findChild<QPushButton *>(it.key());
+        QCOMPARE(button->toolTip(), it.value());
+        QCOMPARE(button->maximumSize(), QSize(40, 16777215));
+    }
+    for (const QString &tree : QStringList{"treeWidget", "treeWidgetAddSignal"}) {
+        const auto *widget = dialog.findChild<QTreeWidget *>(tree);
+        QVERIFY(widget->isHeaderHidden());
+        QCOMPARE(widget->headerItem()->text(0), QString("1"));
+        QCOMPARE(widget->textElideMode(), Qt::ElideMiddle);
+        QCOMPARE(widget->selectionMode(), QAbstractItemView::ExtendedSelection);
+        QVERIFY(!widget->isSortingEnabled());
+    }
+    QCOMPARE(dialog.findChild<QDialogButtonBox *>("buttonBox")->standardButtons(),
+             QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+    const auto *grid = dialog.findChild<QGridLayout *>("gridLayout");
+    QCOMPARE(grid->itemAtPosition(2, 1)->widget()->objectName(),
+             QString("checkBoxIncludeSubentries"));
+    QCOMPARE(grid->itemAtPosition(0, 3)->widget()->objectName(), QString("comboBoxSearchIn"));
+    const QMargins margins = dialog.findChild<QVBoxLayout *>("verticalLayout_3")->contentsMargins();
+    QCOMPARE(margins.left(), 0);
+    QCOMPARE(margins.right(), 0);
+    QVERIFY(margins.top() > 0);
+}
+
+void TestMolkSignalSelectDialog::dialogStartsWithItsDefaults()
+{
+    const Design design = searchDesign();
+    const SearchFixture f(design.get());
+    QVERIFY(f.find<QRadioButton>("radioButtonNormal")->isChecked());
+    for (const QString &box : QStringList{"checkBoxCaseSensitive", "checkBoxAdvancedFilter",
+                                          "checkBoxIncludeSubentries", "checkBoxHierarchyView"})
+        QVERIFY(!f.find<QCheckBox>(box)->isChecked());
+    QVERIFY(f.find<QWidget>("widget_4")->isHidden());
+    QCOMPARE(f.results->topLevelItemCount(), 0);
+    QCOMPARE(f.selected->topLevelItemCount(), 0);
+    QVERIFY(f.dialog.selectedSignals().isEmpty());
+}
+
+void TestMolkSignalSelectDialog::plainSearchCoversTheWholeDesign()
+{
+    const Design design = searchDesign();
+    SearchFixture f(design.get());
+    QCOMPARE(f.searchFor(""),
+             QStringList({"top/data[3:0]",
+                          "  top/data[3]",
+                          "  top/data[2]",
+                          "  top/data[1]",
+                          "  top/data[0]",
+                          "top/ctl[1:2]",
+                          "  top/ctl[1]",
+                          "  top/ctl[2]",
+                          "top/u_core/q[1:0]",
+                          "  top/u_core/q[1]",
+                          "  top/u_core/q[0]",
+                          "top/u_core/u_fifo/mem[2:0]",
+                          "  top/u_core/u_fifo/mem[2]",
+                          "  top/u_core/u_fifo/mem[1]",
+                          "  top/u_core/u_fifo/mem[0]",
+                          "top/clk",
+                          "top/Rst.n",
+                          "top/u_core/busy",
+                          "top/u_core/valid",
+                          "top/u_core/u_fifo/full_4x",
+                          "top/u_core/u_fifo/wr*en",
+                          "top/u_pad/ready"}));
+    QCOMPARE(f.searchFor("FULL"), QStringList("top/u_core/u_fifo/full_4x"));
+    QCOMPARE(f.searchFor(" FULL"), QStringList());
+    f.click("checkBoxCaseSensitive");
+    QCOMPARE(f.searchFor("FULL"), QStringList());
+}
+
+void TestMolkSignalSelectDialog::modesAreReadFromTheRadioButtons_data()
+{
+    QTest::addColumn<QString>("button");
+    QTest::addColumn<QString>("pattern");
+    QTest::addColumn<QStringList>("lines");
+    QTest::newRow("normal") << "radioButtonNormal"
+                            << "r*e" << QStringList("top/u_core/u_fifo/wr*en");
+    QTest::newRow("wildcard") << "radioButtonWildcard"
+                              << "*/re*y" << QStringList("top/u_pad/ready");
+    QTest::newRow("wildcard-whole-name") << "radioButtonWildcard"
+                                         << "clk" << QStringList();
+    QTest::newRow("expression") << "radioButtonRegularExpression"
+                                << "top/[a-c]lk" << QStringList("top/clk");
+    QTest::newRow("invalid-expression") << "radioButtonRegularExpression"
+                                        << "(" << QStringList();
+}
+
+void TestMolkSignalSelectDialog::modesAreReadFromTheRadioButtons()
+{
+    QFETCH(QString, button);
+    QFETCH(QString, pattern);
+    QFETCH(QStringList, lines);
+    const Design design = searchDesign();
+    SearchFixture f(design.get());
+    f.click(button);
+    QCOMPARE(f.searchFor(pattern), lines);
+}
+
+void TestMolkSignalSelectDialog::excludedSignalsAreListedGray_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<QStringList>("gray");
+    QTest::newRow("probe-in") << 0
+                              << QStringList{"top/ctl[2]", "top/u_core/u_fifo/mem[2:0]",
+                                             "top/u_core/u_fifo/mem[2]", "top/u_core/u_fifo/mem[1]",
+                                             "top/u_core/u_fifo/mem[0]"};
+    QTest::newRow("probe-out") << 1
+                               << QStringList{"top/ctl[1:2]", "top/ctl[1]", "top/ctl[2]",
+                                              "top/u_core/valid"};
+    QTest::newRow("any-other-type")
+        << 7
+        << QStringList{"top/ctl[2]", "top/u_core/u_fifo/mem[2:0]", "top/u_core/u_fifo/mem[2]",
+                       "top/u_core/u_fifo/mem[1]", "top/u_core/u_fifo/mem[0]"};
+}
+
+void TestMolkSignalSelectDialog::excludedSignalsAreListedGray()
+{
+    QFETCH(int, type);
+    QFETCH(QStringList, gray);
+    const Design design = searchDesign();
+    SearchFixture f(design.get(), type);
+    f.searchFor("");
+    QStringList grayRows;
+    for (QTreeWidgetItemIterator it(f.results); *it; ++it) {
+        if ((*it)->foreground(0).color() != QColor(Qt::gray))
+            continue;
+        grayRows.append((*it)->text(0));
+        QVERIFY(!((*it)->flags() & (Qt::ItemIsSelectable | Qt::ItemIsEnabled)));
+    }
+    QCOMPARE(grayRows, gray);
+}
+
+// What a search has to show, put together by hand.
+static SignalItem itemOf(const FATHOM::RtlNet *net, int kind)
+{
+    SignalItem item = net->fullPathName().isEmpty() ? SignalItem() : ::net(net->fullPathName());
+    item.kind = kind;
+    item.selectable = !net->noProbeOut;
+    return item;
+}
+
+static SignalItem itemOf(const FATHOM::RtlNetBus *bus)
+{
+    SignalItem item = ::net(bus->fullBusName());
+    item.kind = 1;
+    item.selectable = !bus->noProbeOut;
+    for (const FATHOM::RtlNet *bit : bus->nets())
+        item.members.append(itemOf(bit, 1));
+    return item;
+}
+
+void TestMolkSignalSelectDialog::resultsReadAsIfFilledThroughSetters()
+{
+    const Design design = searchDesign();
+    SearchFixture f(design.get(), 1);
+    f.searchFor("");
+    QTreeWidget expected;
+    for (const FATHOM::RtlNetBus *bus : design->top->netbusesIncludeSub())
+        Literal::addSignalRow(&expected, itemOf(bus), 0);
+    for (const FATHOM::RtlNet *net : design->top->singleNetsIncludeSub())
+        Literal::addSignalRow(&expected, itemOf(net, 0), 0);
+    QCOMPARE(Literal::treeDump(f.results), Literal::treeDump(&expected));
+}
+
+void TestMolkSignalSelectDialog::returnSearchesFromAnywhere_data()
+{
+    QTest::addColumn<QString>("focus");
+    for (const char *focus : {"lineEditName", "checkBoxCaseSensitive", "radioButtonWildcard",
+                              "treeWidget", "treeWidgetAddSignal", "comboBoxSearchIn"})
+        QTest::newRow(focus) << focus;
+}
+
+void TestMolkSignalSelectDialog::returnSearchesFromAnywhere()
+{
+    QFETCH(QString, focus);
+    const Design design = searchDesign();
+    SearchFixture f(design.get());
+    f.click("checkBoxAdvancedFilter");
+    f.click("checkBoxIncludeSubentries");
+    QTest::keyClicks(f.edit, "ready");
+    auto *widget = f.find<QWidget>(focus);
+    widget->setFocus();
+    QTest::keyClick(widget, Qt::Key_Return);
+    QCOMPARE(treeLines(f.results->model()), QStringList("top/u_pad/ready"));
+    QVERIFY(f.dialog.isVisible());
+}
+
+void TestMolkSignalSelectDialog::otherKeysAreDropped()
+{
+    const Design design = searchDesign();
+    SearchFixture f(design.get());
+    QTest::keyClicks(f.edit, "ready");
+    QTest::keyClick(f.edit, Qt::Key_Enter);
+    QTest::keyClick(f.edit, Qt::Key_Escape);
+    QTest::keyClick(&f.dialog, Qt::Key_Escape);
+    QTest::keyClick(&f.dialog, Qt::Key_Enter);
+    QVERIFY(f.dialog.isVisible());
+    QCOMPARE(f.results->topLevelItemCount(), 0);
+}
+
+void TestMolkSignalSelectDialog::aSecondSearchReplacesTheResultsAlone()
+{
+    const Design design = searchDesign();
+    SearchFixture f(design.get());
+    f.searchFor("clk");
+    f.click("btnAddAll");
+    QCOMPARE(f.searchFor("ready"), QStringList("top/u_pad/ready"));
+    QCOMPARE(treeLines(f.selected->model()), QStringList("top/clk"));
+}
+
+void TestMolkSignalSelectDialog::advancedFilterHidesItsSectionAndKeepsItsState()
+{
+    const Design design = searchDesign();
+    SearchFixture f(design.get());
+    auto *section = f.find<QWidget>("widget_4");
+    f.click("checkBoxAdvancedFilter");
+    QVERIFY(section->isVisible());
+    f.click("checkBoxHierarchyView");
+    f.click("checkBoxIncludeSubentries");
+
+    f.click("checkBoxAdvancedFilter");
+    QVERIFY(!section->isVisible());
+    QCOMPARE(f.searchFor("full"), QStringList("top/u_core/u_fifo/full_4x"));
+
+    f.click("checkBoxAdvancedFilter");
+    QVERIFY(f.find<QCheckBox>("checkBoxHierarchyView")->isChecked());
+    QVERIFY(f.find<QCheckBox>("checkBoxIncludeSubentries")->isChecked());
+    QCOMPARE(f.searchFor("full").size(), 4);
+}
+
+void TestMolkSignalSelectDialog::advancedFilterSearchesThePickedLevel()
+{
+    const Design design = searchDesign();
+    SearchFixture f(design.get());
+    f.click("checkBoxAdvancedFilter");
+    f.pickLevel("u_core[core]");
+    QCOMPARE(f.searchFor("u").filter("/u_fifo"), QStringList());
+    QCOMPARE(f.searchFor("y"), QStringList("top/u_core/busy"));
+    f.click("checkBoxIncludeSubentries");
+    QCOMPARE(f.searchFor("u_fifo/f"), QStringList("top/u_core/u_fifo/full_4x"));
+    f.pickLevel("u_fifo[fifo]");
+    QCOMPARE(f.searchFor("u"),
+             QStringList({"top/u_core/u_fifo/mem[2:0]", "  top/u_core/u_fifo/mem[2]",
+                          "  top/u_core/u_fifo/mem[1]", "  top/u_core/u_fifo/mem[0]",
+                          "top/u_core/u_fifo/full_4x", "top/u_core/u_fifo/wr*en"}));
+}
+
+void TestMolkSignalSelectDialog::advancedFilterStartsAtTheTop()
+{
+    const Design design = searchDesign();
+    SearchFixture f(design.get());
+    f.click("checkBoxAdvancedFilter");
+    QVERIFY(!f.searchIn()->currentItem());
+    QCOMPARE(f.searchFor("/"),
+             QStringList({"top/data[3:0]", "  top/data[3]", "  top/data[2]", "  top/data[1]",
+                          "  top/data[0]", "top/ctl[1:2]", "  top/ctl[1]", "  top/ctl[2]",
+                          "top/clk", "top/Rst.n"}));
+    // A row that is no level of the design counts as none.
+    f.searchIn()->addTopLevelItem(new QTreeWidgetItem(QStringList("u_core")));
+    f.searchIn()->setCurrentItem(f.searchIn()->topLevelItem(1));
+    QCOMPARE(f.searchFor("clk"), QStringList("top/clk"));
+}
+
+void TestMolkSignalSelectDialog::hierarchyViewNeedsTheAdvancedFilter()
+{
+    const Design design = searchDesign();
+    SearchFixture f(design.get());
+    f.find<QCheckBox>("checkBoxHierarchyView")->setChecked(true);
+    QCOMPARE(f.searchFor("clk"), QStringList("top/clk"));
+}
+
+void TestMolkSignalSelectDialog::hierarchyViewShowsLevels()
+{
+    const Design design = searchDesign();
+    SearchFixture f(design.get());
+    f.click("checkBoxAdvancedFilter");
+    f.click("checkBoxHierarchyView");
+    f.click("checkBoxIncludeSubentries");
+    QCOMPARE(f.searchFor("u_"),
+             QStringList({"top", "  core:u_core", "    q[1:0]", "      q[1]", "      q[0]",
+                          "    busy", "    valid", "    fifo:u_fifo", "      mem[2:0]",
+                          "        mem[2]", "        mem[1]", "        mem[0]", "      full_4x",
+                          "      wr*en", "  pad:u_pad", "    ready"}));
+    QTreeWidgetItem *top = f.results->topLevelItem(0);
+    QTreeWidgetItem *core = top->child(0);
+    QVERIFY(top->isExpanded());
+    QVERIFY(!core->isExpanded());
+    QVERIFY(!(core->flags() & Qt::ItemIsSelectable));
+    QVERIFY(core->flags() & Qt::ItemIsEnabled);
+    QVERIFY(!core->data(0, Qt::UserRole).isValid());
+    QCOMPARE(signalOfRow(core->child(0)).name, QString("top/u_core/q[1:0]"));
+    QCOMPARE(core->child(0)->toolTip(0), QString("q[1:0]"));
+    QCOMPARE(signalOfRow(core->child(0)->child(0)).name, QString("top/u_core/q[1]"));
+
+    // Only what leads to a hit.
+    QCOMPARE(f.searchFor("full"),
+             QStringList({"top", "  core:u_core", "    fifo:u_fifo", "      full_4x"}));
+    // From below the root.
+    f.pickLevel("u_core[core]");
+    QCOMPARE(f.searchFor("busy"), QStringList({"core:u_core", "  busy"}));
+    f.click("checkBoxIncludeSubentries");
+    QCOMPARE(f.searchFor("full"), QStringList());
+}
+
+void TestMolkSignalSelectDialog::hierarchyViewWithoutAHitIsEmpty()
+{
+    const Design design = searchDesign();
+    SearchFixture f(design.get());
+    f.click("checkBoxAdvancedFilter");
+    f.click("checkBoxHierarchyView");
+    f.click("checkBoxIncludeSubentries");
+    f.searchFor("clk");
+    QCOMPARE(f.searchFor("no such net"), QStringList());
+}
+
+void TestMolkSignalSelectDialog::hierarchyRowsReadAsIfFilledThroughSetters()
+{
+    const Design design = searchDesign();
+    SearchFixture f(design.get(), 1);
+    f.click("checkBoxAdvancedFilter");
+    f.click("checkBoxHierarchyView");
+    f.searchFor("");
+
+    QTreeWidget expected;
+    auto *top = new QTreeWidgetItem(&expected, QStringList("top"), 0);
+    top->setFlags(top->flags() & ~Qt::ItemIsSelectable);
+    for (const FATHOM::RtlNetBus *bus : design->top->netbuses()) {
+        QStringList names{bus->BusName()};
+        for (const FATHOM::RtlNet *bit : bus->nets())
+            names.append(bit->name());
+        Literal::addNamedSignalRow(top, itemOf(bus), names, 0);
+    }
+    for (const FATHOM::RtlNet *net : design->top->singleNets())
+        Literal::addNamedSignalRow(top, itemOf(net, 0), {net->name()}, 0);
+    QCOMPARE(Literal::treeDump(f.results), Literal::treeDump(&expected));
+}
+
+void TestMolkSignalSelectDialog::searchButtonAndCursorAreFreeAfterASearch()
+{
+    const Design design = searchDesign();
+    SearchFixture f(design.get());
+    f.searchFor("clk");
+    QVERIFY(f.find<QPushButton>("pushButtonSearch")->isEnabled());
+    QVERIFY(!QGuiApplication::overrideCursor());
+}
+
+void TestMolkSignalSelectDialog::aSearchWithoutANetlistFindsNothing()
+{
+    SearchFixture f(nullptr);
+    QCOMPARE(f.searchIn()->topLevelItemCount(), 0);
+    QCOMPARE(f.searchFor(""), QStringList());
+    f.click("checkBoxAdvancedFilter");
+    QCOMPARE(f.searchFor(""), QStringList());
+    f.find<QComboBox>("comboBoxSearchIn")->showPopup();
+    f.find<QComboBox>("comboBoxSearchIn")->hidePopup();
+    f.click("checkBoxHierarchyView");
+    QCOMPARE(f.searchFor(""), QStringList());
+    QVERIFY(f.find<QPushButton>("pushButtonSearch")->isEnabled());
+    QVERIFY(!QGuiApplication::overrideCursor());
+}
+
+void TestMolkSignalSelectDialog::aSearchAfterTheNetlistEndedFindsNothing()
+{
+    Design design = searchDesign();
+    SearchFixture f(design.get());
+    f.click("checkBoxAdvancedFilter");
+    f.pickLevel("u_core[core]");
+    QCOMPARE(f.searchFor("busy").size(), 1);
+    endNetlist(design.release());
+    QCOMPARE(f.searchFor("busy"), QStringList());
+    f.click("checkBoxHierarchyView");
+    QCOMPARE(f.searchFor("busy"), QStringList());
+    f.click("checkBoxAdvancedFilter");
+    QCOMPARE(f.searchFor("busy"), QStringList());
+    QVERIFY(f.find<QPushButton>("pushButtonSearch")->isEnabled());
+}
+
+MOLK_TEST_MAIN(TestMolkSignalSelectDialog)
+
+#include "tst_molksignalselectdialog.moc"
