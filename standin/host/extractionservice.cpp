@@ -58,7 +58,8 @@ void catchRtlModules(QStringList &topModules, QStringList &modules, QStringList 
 void catchRtlNetsWithProgressDialog(RtlNetlist **netlist, QStringList &log, QWidget *parent)
 {
     readNets(netlist, log, parent);
-    report(log);
+    if (!log.isEmpty())
+        report(log);
 }
 
 } // namespace FATHOM

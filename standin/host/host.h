@@ -98,7 +98,7 @@ public:
     ScriptedExtraction &extraction();
 
     /// Calls \a handler, until another one or null is set, with the log of each call of the net
-    /// extraction, while that call still runs.
+    /// extraction, while that call still runs. An empty log of the nets isn't worth a call.
     void setDesignLogHandler(const std::function<void(const QStringList &log)> &handler);
 
     /// \internal Hands \a log to the handler.

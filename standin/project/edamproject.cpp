@@ -19,6 +19,7 @@ struct EdamProject::Private
     EdamFileState file;
     EdamContents contents;
     QHash<QString, int> positions; // of each path's first entry
+    QString overridingTop;
 
     QString absolute(const QString &name) const;
     int position(const QString &name) const { return positions.value(absolute(name), -1); }
@@ -169,7 +170,14 @@ TE::DesignFile EdamProject::file(const QString &path) const
 
 QString EdamProject::top() const
 {
+    if (!d->overridingTop.isEmpty())
+        return d->overridingTop;
     return d->contents.tops.size() == 1 ? d->contents.tops.constFirst() : QString();
+}
+
+void EdamProject::overrideTop(const QString &top)
+{
+    d->overridingTop = top;
 }
 
 QVariant EdamProject::option(const QString &name) const
@@ -181,7 +189,10 @@ QVariant EdamProject::option(const QString &name) const
 
 QMap<QString, QVariant> EdamProject::designInfo() const
 {
-    return Standin::designInfo(d->contents, d->file.directory);
+    EdamContents used = d->contents;
+    if (!d->overridingTop.isEmpty())
+        used.tops = QStringList(d->overridingTop);
+    return Standin::designInfo(used, d->file.directory);
 }
 
 bool EdamProject::addFile(const QString &path)
@@ -318,7 +329,7 @@ bool EdamProject::setIncludeFile(const QString &path, bool on, QString *error)
 bool EdamProject::setTop(const QString &top, QString *error)
 {
     const QStringList tops = top.isEmpty() ? QStringList() : QStringList(top);
-    if (d->contents.tops == tops)
+    if (d->contents.tops == tops && d->overridingTop.isEmpty())
         return true;
     YamlNode root = d->file.root;
     if (!setTops(&root, tops)) {
@@ -328,6 +339,7 @@ bool EdamProject::setTop(const QString &top, QString *error)
     if (!d->change(root, error))
         return false;
 
+    d->overridingTop.clear();
     send("TE.Option.Change", {{"option", "TopModule"}});
     return true;
 }

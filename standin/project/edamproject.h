@@ -72,6 +72,9 @@ public:
     /// The top module; empty if none is set, or several are.
     QString top() const;
 
+    /// Uses \a top as the top module until setTop() sets one, without storing it. No event follows.
+    void overrideTop(const QString &top);
+
     /// The project option \a name; an invalid variant if it isn't set. "IncludePath" is a string
     /// list, every other a string. "TopModule" is top().
     QVariant option(const QString &name) const;
