@@ -57,7 +57,8 @@ CommandLine parseCommandLine(const QStringList &arguments)
     const QCommandLineOption project("project", "Open the project <file>, an EDAM file (.eda.yml).",
                                      "file");
     const QCommandLineOption top("top", "Use <name> as the top module of the design.", "name");
-    const QCommandLineOption plugin("plugin", "Load the plug-in library <file>.", "file");
+    // Without the hyphen it would be an option of Qt's.
+    const QCommandLineOption plugin("plug-in", "Load the plug-in library <file>.", "file");
     const QCommandLineOption dark("dark", "Use dark colours, whatever the desktop says.");
     const QCommandLineOption help({"h", "help"}, "Print this help.");
     const QCommandLineOption version({"v", "version"}, "Print the version.");

@@ -35,6 +35,7 @@ MessagesPane::MessagesPane(QWidget *parent)
     problems->header()->setStretchLastSection(false);
     problems->header()->setSectionResizeMode(0, QHeaderView::Stretch);
     problems->setColumnWidth(1, problems->fontMetrics().averageCharWidth() * 32);
+    problems->setColumnWidth(2, problems->fontMetrics().averageCharWidth() * 9);
     connect(problems, &QTreeWidget::itemActivated, this, &MessagesPane::onItemActivated);
 
     log->setObjectName("log");

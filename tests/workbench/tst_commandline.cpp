@@ -49,7 +49,8 @@ void CommandLineTest::noArgumentsAskForAnEmptyWindow()
 
 void CommandLineTest::pathsBecomeAbsolute()
 {
-    const CommandLine line = parse({"--project", "p/../soc.eda.yml", "--plugin", "x.so", "a.molk"});
+    const CommandLine line =
+        parse({"--project", "p/../soc.eda.yml", "--plug-in", "x.so", "a.molk"});
     QCOMPARE(line.request, CommandLine::Run);
     QCOMPARE(line.project, absolute("soc.eda.yml"));
     QCOMPARE(line.plugin, absolute("x.so"));
@@ -84,7 +85,7 @@ void CommandLineTest::helpNamesEveryOption()
 {
     const CommandLine line = parse({"--help"});
     QCOMPARE(line.request, CommandLine::PrintText);
-    for (const char *option : {"--project", "--top", "--plugin", "--dark", "--help", "--version"})
+    for (const char *option : {"--project", "--top", "--plug-in", "--dark", "--help", "--version"})
         QVERIFY2(line.text.contains(QLatin1String(option)), option);
     QCOMPARE(parse({"-h"}).request, CommandLine::PrintText);
 }

@@ -1,0 +1,46 @@
+// SPDX-FileCopyrightText: The project's authors
+// SPDX-License-Identifier: MIT
+
+#include "appearance.h"
+
+#include <QApplication>
+#include <QPalette>
+#include <QStyleFactory>
+#include <QToolTip>
+
+namespace Workbench {
+
+void useDarkColours()
+{
+    const QColor window(0x2d, 0x2f, 0x33);
+    const QColor base(0x1f, 0x21, 0x24);
+    const QColor text(0xe4, 0xe6, 0xe9);
+    const QColor faint(0x84, 0x88, 0x8e);
+    const QColor accent(0x3d, 0x8b, 0xd8);
+
+    QPalette palette(QColor(0x3a, 0x3d, 0x42), window);
+    palette.setColor(QPalette::WindowText, text);
+    palette.setColor(QPalette::Base, base);
+    palette.setColor(QPalette::AlternateBase, QColor(0x2a, 0x2d, 0x32));
+    palette.setColor(QPalette::Text, text);
+    palette.setColor(QPalette::ButtonText, text);
+    palette.setColor(QPalette::BrightText, Qt::white);
+    palette.setColor(QPalette::PlaceholderText, faint);
+    palette.setColor(QPalette::ToolTipBase, QColor(0x3a, 0x3d, 0x42));
+    palette.setColor(QPalette::ToolTipText, text);
+    palette.setColor(QPalette::Link, accent.lighter(130));
+    palette.setColor(QPalette::LinkVisited, accent.lighter(115));
+    palette.setColor(QPalette::Highlight, accent.darker(120));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    for (QPalette::ColorRole role :
+         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::HighlightedText})
+        palette.setColor(QPalette::Disabled, role, faint);
+    palette.setColor(QPalette::Disabled, QPalette::Base, window);
+    palette.setColor(QPalette::Disabled, QPalette::Highlight, QColor(0x4a, 0x4d, 0x52));
+
+    QApplication::setStyle(QStyleFactory::create("Fusion"));
+    QApplication::setPalette(palette);
+    QToolTip::setPalette(palette);
+}
+
+} // namespace Workbench
