@@ -110,7 +110,6 @@ private:
     void appendProbeInRow(int number);
     InitialValueLine *appendProbeOutRows(int number);
     void removeProbeOutRows(int index);
-    bool disableUnusedLines();
     void refreshProbeOut(int index);
     void warn(const QString &text);
 

@@ -168,8 +168,6 @@ void ProbePortsOptionWidget::editProbeOut(QTreeWidgetItem *item, int col)
     if (!self || result != QDialog::Accepted)
         return;
     refreshProbeOutSignals();
-    if (!self)
-        return;
     ui->treeProbeOut->setCurrentItem(row);
     ui->treeProbeOut->expandItem(row);
     emit modified();

@@ -11,8 +11,6 @@
 #include "portrows.h"
 #include "valueconversion.h"
 
-#include <QPointer>
-
 namespace MOLK {
 
 // The bits that \a line still stands for at a port of \a width bits.
@@ -33,25 +31,13 @@ InitialValueLine *ProbePortsOptionWidget::valueLine(int index) const
 
 void ProbePortsOptionWidget::refreshProbeOutSignals()
 {
-    if (!disableUnusedLines())
-        return;
+    // A line that is disabled under the focus commits, maybe with a message. So this comes ahead of
+    // any change to rows, while all labels are in place; its value doesn't count any more.
+    for (int i = 0; i < ui->treeProbeOut->topLevelItemCount(); ++i)
+        valueLine(i)->setEnabled(core->getProbeOut(i)->width() != 0);
+
     for (int i = 0; i < ui->treeProbeOut->topLevelItemCount(); ++i)
         refreshProbeOut(i);
-}
-
-bool ProbePortsOptionWidget::disableUnusedLines()
-{
-    // A line with the focus loses it here and commits, maybe with a message under which the page
-    // can go. So this comes ahead of any change to rows, while all labels still are in place; the
-    // value doesn't matter any more, since nothing of it is kept at a width of 0.
-    const QPointer<ProbePortsOptionWidget> self = this;
-    const QList<ProbeOut *> ports = core->getAllProbeOuts();
-    for (int i = 0; self && i < ports.size(); ++i) {
-        InitialValueLine *line = valueLine(i);
-        if (line && ports.at(i)->width() == 0)
-            line->setEnabled(false);
-    }
-    return self;
 }
 
 void ProbePortsOptionWidget::refreshProbeOut(int index)
@@ -68,7 +54,6 @@ void ProbePortsOptionWidget::refreshProbeOut(int index)
 
     // The text comes ahead of the mask for its length: what the old mask has no room for is lost
     // from the line, and stands in the labels alone.
-    line->setEnabled(port->width() != 0);
     line->setText("0x" + (bits.isEmpty() ? "0" : stringBintoHex(bits)));
     for (const SignalItem &item : port->getSignalNet()) {
         addProbeOutSignalRow(portRow, item, SignalRowType);
