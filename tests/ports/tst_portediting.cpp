@@ -1,0 +1,680 @@
+// SPDX-FileCopyrightText: The project's authors
+// SPDX-License-Identifier: MIT
+
+#include "modaldriver.h"
+#include "molksignalselectdialog.h"
+#include "pagefixture.h"
+#include "probedialog.h"
+#include "testwidgetsmain.h"
+#include "treelines.h"
+
+#include "netlist/netlistbuilder.h"
+
+#include "fathom/rtlnetlist.h"
+
+#include <QCheckBox>
+#include <QDialogButtonBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QToolButton>
+
+using namespace MOLK;
+
+class tst_PortEditing : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void addedProbeInIsTheLast();
+    void addedProbeOutIsTheLastWithAValue();
+    void addedRowIsNeitherSelectedNorShown();
+    void sixtyFourProbeInsAreTheMost();
+    void sixtyFourProbeOutsAreTheMost();
+    void lastProbeInStays();
+    void lastProbeOutStays();
+    void removedProbeInClosesTheGap();
+    void removedProbeOutClosesTheGap();
+    void removedProbeOutTakesItsLabelsAlong();
+    void survivorsKeepTheirValues();
+    void messageNamesTheNewNumber();
+    void removeWithoutASelectionStillMarksTheDocument();
+    void signalRowOfAProbeInGoesFromTheTreeAlone();
+    void signalRowOfAProbeOutStays();
+    void signalRowOfTheOnlyProbeOutRaisesTheWarning();
+    void removedFocusedLineIsHarmless();
+    void modifiedComesLast();
+    void doubleClickEditsTheProbeIn();
+    void doubleClickEditsTheProbeOut();
+    void doubleClickOnASignalEditsItsPort();
+    void doubleClickOnABitEditsItsPort();
+    void doubleClickOnAValueOpensNothing();
+    void acceptedEditMarksTheDocument();
+    void cancelledEditChangesNothing();
+    void acceptedEditShowsTheNewSignals();
+    void acceptedEditUnfoldsThePort();
+    void netlistClosesAProbeOutDialog();
+    void netlistLeavesAProbeInDialogOpen();
+    void pageMayGoUnderADialog_data();
+    void pageMayGoUnderADialog();
+    void missingRowOpensNothing();
+    void pickedClockIsTakenOver();
+    void cancelledClockSearchChangesNothing();
+    void pageMayGoUnderTheClockSearch();
+};
+
+static QList<QList<SignalItem>> emptyPorts(int count)
+{
+    return QVector<QList<SignalItem>>(count).toList();
+}
+
+static QStringList dialogRows(const ProbeDialog *dialog)
+{
+    return treeLines(dialog->findChild<QTreeWidget *>("treeWidget")->model());
+}
+
+static void press(const QDialog *dialog, QDialogButtonBox::StandardButton button)
+{
+    dialog->findChild<QDialogButtonBox *>("buttonBox")->button(button)->click();
+}
+
+void tst_PortEditing::addedProbeInIsTheLast()
+{
+    PageFixture fixture(makeCore({{net("top/a")}}, {{}}));
+    fixture.show();
+    QSignalSpy modifed(fixture.widget.get(), SIGNAL(modifed()));
+    QTest::mouseClick(fixture.child<QPushButton>("btnProbeInAdd"), Qt::LeftButton);
+
+    QCOMPARE(treeLines(fixture.treeProbeIn->model()),
+             QStringList({"Probe In0", "  top/a", "Probe In1"}));
+    QCOMPARE(fixture.core->getAllProbeIns().size(), 2);
+    QCOMPARE(fixture.core->getProbeIn(1)->number, 1);
+    QCOMPARE(fixture.core->getAllProbeOuts().size(), 1);
+    QCOMPARE(modifed.count(), 1);
+}
+
+void tst_PortEditing::addedProbeOutIsTheLastWithAValue()
+{
+    PageFixture fixture(makeCore({{}}, {{bus("top/q", 4)}}));
+    fixture.show();
+    fixture.line(0)->setText("0x5");
+    QSignalSpy modifed(fixture.widget.get(), SIGNAL(modifed()));
+    QTest::mouseClick(fixture.child<QPushButton>("btnProbeOutAdd"), Qt::LeftButton);
+
+    QCOMPARE(treeLines(fixture.treeProbeOut->model()),
+             QStringList({"Probe Out0", "  top/q[3:0]", "Probe Out1"}));
+    QCOMPARE(treeLines(fixture.treeValue->model()), QStringList({"", "  ", ""}));
+    QCOMPARE(fixture.core->getAllProbeOuts().size(), 2);
+    QCOMPARE(fixture.value(0), QString("0x5"));
+    QCOMPARE(fixture.bits(0), QString("0101"));
+    QCOMPARE(fixture.value(1), QString("0x0"));
+    QCOMPARE(fixture.line(1)->index, 1);
+    QVERIFY(!fixture.line(1)->isEnabled());
+    QCOMPARE(modifed.count(), 1);
+}
+
+void tst_PortEditing::addedRowIsNeitherSelectedNorShown()
+{
+    PageFixture fixture(makeCore(emptyPorts(40), emptyPorts(40)));
+    fixture.show();
+    fixture.child<QPushButton>("btnProbeInAdd")->click();
+    fixture.child<QPushButton>("btnProbeOutAdd")->click();
+    turnLoop();
+    for (QTreeWidget *tree : {fixture.treeProbeIn, fixture.treeProbeOut}) {
+        QVERIFY(tree->selectedItems().isEmpty());
+        QCOMPARE(tree->visualItemRect(tree->topLevelItem(0)).top(), 0);
+    }
+}
+
+void tst_PortEditing::sixtyFourProbeInsAreTheMost()
+{
+    PageFixture fixture(makeCore(emptyPorts(63), {{}}));
+    fixture.child<QPushButton>("btnProbeInAdd")->click();
+    QCOMPARE(fixture.core->getAllProbeIns().size(), 64);
+    QCOMPARE(fixture.treeProbeIn->topLevelItem(63)->text(0), QString("Probe In63"));
+
+    ModalDriver driver;
+    driver.expectMessage("Warning", "Support 64 Probe Ins at most.", QMessageBox::Ok);
+    QSignalSpy modifed(fixture.widget.get(), SIGNAL(modifed()));
+    fixture.child<QPushButton>("btnProbeInAdd")->click();
+    QVERIFY(driver.done());
+    QCOMPARE(fixture.core->getAllProbeIns().size(), 64);
+    QCOMPARE(fixture.treeProbeIn->topLevelItemCount(), 64);
+    QCOMPARE(modifed.count(), 0);
+}
+
+void tst_PortEditing::sixtyFourProbeOutsAreTheMost()
+{
+    PageFixture fixture(makeCore({{}}, emptyPorts(63)));
+    fixture.child<QPushButton>("btnProbeOutAdd")->click();
+    QCOMPARE(fixture.core->getAllProbeOuts().size(), 64);
+    QCOMPARE(fixture.treeProbeOut->topLevelItem(63)->text(0), QString("Probe Out63"));
+    QCOMPARE(fixture.line(63)->index, 63);
+
+    ModalDriver driver;
+    driver.expectMessage("Warning", "Support 64 Probe Outs at most.", QMessageBox::Ok);
+    QSignalSpy modifed(fixture.widget.get(), SIGNAL(modifed()));
+    fixture.child<QPushButton>("btnProbeOutAdd")->click();
+    QVERIFY(driver.done());
+    QCOMPARE(fixture.core->getAllProbeOuts().size(), 64);
+    QCOMPARE(fixture.treeProbeOut->topLevelItemCount(), 64);
+    QCOMPARE(fixture.treeValue->topLevelItemCount(), 64);
+    QCOMPARE(modifed.count(), 0);
+}
+
+void tst_PortEditing::lastProbeInStays()
+{
+    PageFixture fixture(makeCore({{}}, {{}}));
+    ModalDriver driver;
+    QSignalSpy modifed(fixture.widget.get(), SIGNAL(modifed()));
+    driver.expectDialog<QMessageBox>([](QMessageBox *box) {
+        QCOMPARE(box->windowTitle(), QString("Warning"));
+        QCOMPARE(box->text(), QString("Support 1 Probe In at least."));
+        QCOMPARE(box->icon(), QMessageBox::Warning);
+        QCOMPARE(box->standardButtons(), QMessageBox::Ok);
+        box->accept();
+    });
+    fixture.child<QPushButton>("btnProbeInRemove")->click();
+    fixture.treeProbeIn->topLevelItem(0)->setSelected(true);
+    driver.expectMessage("Warning", "Support 1 Probe In at least.", QMessageBox::Ok);
+    fixture.child<QPushButton>("btnProbeInRemove")->click();
+    QVERIFY(driver.done());
+    QCOMPARE(fixture.core->getAllProbeIns().size(), 1);
+    QCOMPARE(fixture.treeProbeIn->topLevelItemCount(), 1);
+    QCOMPARE(modifed.count(), 0);
+}
+
+void tst_PortEditing::lastProbeOutStays()
+{
+    PageFixture fixture(makeCore({{}}, {{}}));
+    ModalDriver driver;
+    QSignalSpy modifed(fixture.widget.get(), SIGNAL(modifed()));
+    for (const bool selected : {false, true}) {
+        fixture.treeProbeOut->topLevelItem(0)->setSelected(selected);
+        driver.expectMessage("Warning", "Support 1 Probe Out at least.", QMessageBox::Ok);
+        fixture.child<QPushButton>("btnProbeOutRemove")->click();
+    }
+    QVERIFY(driver.done());
+    QCOMPARE(fixture.core->getAllProbeOuts().size(), 1);
+    QCOMPARE(fixture.treeProbeOut->topLevelItemCount(), 1);
+    QCOMPARE(fixture.treeValue->topLevelItemCount(), 1);
+    QCOMPARE(modifed.count(), 0);
+}
+
+void tst_PortEditing::removedProbeInClosesTheGap()
+{
+    PageFixture fixture(makeCore({{net("top/a")}, {net("top/b")}}, {{}}));
+    fixture.show();
+    fixture.click(fixture.treeProbeIn->topLevelItem(0));
+    QSignalSpy modifed(fixture.widget.get(), SIGNAL(modifed()));
+    QTest::mouseClick(fixture.child<QPushButton>("btnProbeInRemove"), Qt::LeftButton);
+
+    QCOMPARE(treeLines(fixture.treeProbeIn->model()), QStringList({"Probe In0", "  top/b"}));
+    QCOMPARE(fixture.core->getAllProbeIns().size(), 1);
+    QCOMPARE(fixture.core->getProbeIn(0)->number, 0);
+    QCOMPARE(fixture.core->getProbeIn(0)->singleSignals(), QStringList("top/b"));
+    QCOMPARE(modifed.count(), 1);
+}
+
+void tst_PortEditing::removedProbeOutClosesTheGap()
+{
+    PageFixture fixture(makeCore({{}}, {{net("top/a")}, {net("top/b")}, {net("top/c")}}));
+    fixture.show();
+    fixture.click(fixture.treeProbeOut->topLevelItem(1));
+    QSignalSpy modifed(fixture.widget.get(), SIGNAL(modifed()));
+    QTest::mouseClick(fixture.child<QPushButton>("btnProbeOutRemove"), Qt::LeftButton);
+    turnLoop();
+
+    QCOMPARE(treeLines(fixture.treeProbeOut->model()),
+             QStringList({"Probe Out0", "  top/a", "Probe Out1", "  top/c"}));
+    QCOMPARE(treeLines(fixture.treeValue->model()), QStringList({"", "  ", "", "  "}));
+    QCOMPARE(fixture.line(0)->index, 0);
+    QCOMPARE(fixture.line(1)->index, 1);
+    QCOMPARE(fixture.core->getAllProbeOuts().size(), 2);
+    QCOMPARE(fixture.core->getProbeOut(1)->number, 1);
+    QCOMPARE(fixture.core->getProbeOut(1)->singleSignals(), QStringList("top/c"));
+    QCOMPARE(modifed.count(), 1);
+}
+
+void tst_PortEditing::removedProbeOutTakesItsLabelsAlong()
+{
+    PageFixture fixture(makeCore({{}}, {{net("a"), net("b")}, {net("c")}}));
+    fixture.show();
+    fixture.treeProbeOut->expandAll();
+    const QPointer<InitialValueLine> line = fixture.line(0);
+    const QPointer<QWidget> label =
+        fixture.treeValue->itemWidget(fixture.treeValue->topLevelItem(0)->child(1), 0);
+    QVERIFY(label);
+    fixture.click(fixture.treeProbeOut->topLevelItem(0));
+    runInLoop([&] { fixture.child<QPushButton>("btnProbeOutRemove")->click(); });
+    turnLoop();
+    QVERIFY(!line);
+    QVERIFY(!label);
+    QCOMPARE(fixture.treeValue->findChildren<InitialValueLine *>().size(), 1);
+}
+
+void tst_PortEditing::survivorsKeepTheirValues()
+{
+    auto core = makeCore({{}}, {{bus("p", 4)}, {bus("q", 4)}, {bus("r", 2), bus("s", 2)}});
+    core->getProbeOut(0)->setValue("0x1");
+    core->getProbeOut(1)->setValue("0x2");
+    core->getProbeOut(2)->setValue("0xB");
+    PageFixture fixture(std::move(core));
+    fixture.treeProbeOut->topLevelItem(1)->setSelected(true);
+    runInLoop([&] { fixture.child<QPushButton>("btnProbeOutRemove")->click(); });
+
+    QCOMPARE(fixture.value(0), QString("0x1"));
+    QCOMPARE(fixture.value(1), QString("0xB"));
+    QCOMPARE(fixture.bits(1), QString("10|11"));
+    fixture.widget->storeToModel();
+    QCOMPARE(fixture.core->getProbeOut(1)->getValue(), QString("0xB"));
+}
+
+void tst_PortEditing::messageNamesTheNewNumber()
+{
+    PageFixture fixture(makeCore({{}}, {{bus("p", 2)}, {bus("q", 2)}, {bus("r", 2)}}));
+    fixture.show();
+    fixture.click(fixture.treeProbeOut->topLevelItem(1));
+    runInLoop([&] { fixture.child<QPushButton>("btnProbeOutRemove")->click(); });
+
+    ModalDriver driver;
+    driver.expectMessage("Error",
+                         "Value '7' for Probe Out1 Initial Value exceeds the effective width.",
+                         QMessageBox::Ok);
+    fixture.line(1)->setFocus();
+    fixture.line(1)->setCursorPosition(2);
+    QTest::keyClick(fixture.line(1), Qt::Key_7);
+    runInLoop([&] { fixture.treeProbeIn->setFocus(); });
+    QVERIFY(driver.done());
+}
+
+void tst_PortEditing::removeWithoutASelectionStillMarksTheDocument()
+{
+    PageFixture fixture(makeCore({{}, {}}, {{}, {}}));
+    QSignalSpy modifed(fixture.widget.get(), SIGNAL(modifed()));
+    fixture.child<QPushButton>("btnProbeInRemove")->click();
+    QCOMPARE(modifed.count(), 1);
+    fixture.child<QPushButton>("btnProbeOutRemove")->click();
+    QCOMPARE(modifed.count(), 2);
+    QCOMPARE(treeLines(fixture.treeProbeIn->model()), QStringList({"Probe In0", "Probe In1"}));
+    QCOMPARE(treeLines(fixture.treeProbeOut->model()), QStringList({"Probe Out0", "Probe Out1"}));
+}
+
+void tst_PortEditing::signalRowOfAProbeInGoesFromTheTreeAlone()
+{
+    PageFixture fixture(makeCore({{net("top/a"), net("top/b")}, {}}, {{}}));
+    fixture.show();
+    fixture.treeProbeIn->expandAll();
+    fixture.click(fixture.treeProbeIn->topLevelItem(0)->child(0));
+    QSignalSpy modifed(fixture.widget.get(), SIGNAL(modifed()));
+    fixture.child<QPushButton>("btnProbeInRemove")->click();
+
+    QCOMPARE(treeLines(fixture.treeProbeIn->model()),
+             QStringList({"Probe In0", "  top/b", "Probe In1"}));
+    QCOMPARE(fixture.core->getProbeIn(0)->width(), 2);
+    QCOMPARE(fixture.core->getAllProbeIns().size(), 2);
+    QCOMPARE(modifed.count(), 1);
+
+    fixture.page->refreshProbeInSignals();
+    QCOMPARE(treeLines(fixture.treeProbeIn->model()),
+             QStringList({"Probe In0", "  top/a", "  top/b", "Probe In1"}));
+}
+
+void tst_PortEditing::signalRowOfAProbeOutStays()
+{
+    PageFixture fixture(makeCore({{}}, {{net("top/a")}, {}}));
+    fixture.show();
+    fixture.treeProbeOut->expandAll();
+    fixture.click(fixture.treeProbeOut->topLevelItem(0)->child(0));
+    fixture.treeProbeOut->topLevelItem(1)->setText(0, "Probe Out7");
+    QSignalSpy modifed(fixture.widget.get(), SIGNAL(modifed()));
+    fixture.child<QPushButton>("btnProbeOutRemove")->click();
+
+    QCOMPARE(treeLines(fixture.treeProbeOut->model()),
+             QStringList({"Probe Out0", "  top/a", "Probe Out7"}));
+    QCOMPARE(fixture.core->getAllProbeOuts().size(), 2);
+    QCOMPARE(modifed.count(), 0);
+}
+
+void tst_PortEditing::signalRowOfTheOnlyProbeOutRaisesTheWarning()
+{
+    PageFixture fixture(makeCore({{}}, {{net("top/a")}}));
+    fixture.show();
+    fixture.treeProbeOut->expandAll();
+    fixture.click(fixture.treeProbeOut->topLevelItem(0)->child(0));
+    ModalDriver driver;
+    driver.expectMessage("Warning", "Support 1 Probe Out at least.", QMessageBox::Ok);
+    fixture.child<QPushButton>("btnProbeOutRemove")->click();
+    QVERIFY(driver.done());
+}
+
+void tst_PortEditing::removedFocusedLineIsHarmless()
+{
+    PageFixture fixture(makeCore({{}}, {{bus("p", 8)}, {bus("q", 8)}}));
+    fixture.show();
+    fixture.treeProbeOut->topLevelItem(0)->setSelected(true);
+    fixture.line(0)->setFocus();
+    fixture.line(0)->setCursorPosition(2);
+    QTest::keyClicks(fixture.line(0), "5A");
+    runInLoop([&] { fixture.call("onRemoveProbeOut"); });
+    turnLoop();
+    QCOMPARE(fixture.treeValue->topLevelItemCount(), 1);
+    QCOMPARE(fixture.value(0), QString("0x00"));
+}
+
+void tst_PortEditing::modifiedComesLast()
+{
+    PageFixture fixture(makeCore({{}}, {{}}));
+    QStringList seen;
+    connect(fixture.page, &ProbePortsOptionWidget::modified, this, [&] {
+        seen.append(QString("%1 %2 %3 %4 %5")
+                        .arg(fixture.core->getAllProbeIns().size())
+                        .arg(fixture.treeProbeIn->topLevelItemCount())
+                        .arg(fixture.core->getAllProbeOuts().size())
+                        .arg(fixture.treeProbeOut->topLevelItemCount())
+                        .arg(fixture.treeValue->topLevelItemCount()));
+    });
+    fixture.child<QPushButton>("btnProbeInAdd")->click();
+    fixture.child<QPushButton>("btnProbeOutAdd")->click();
+    fixture.treeProbeIn->topLevelItem(1)->setSelected(true);
+    fixture.child<QPushButton>("btnProbeInRemove")->click();
+    fixture.treeProbeOut->topLevelItem(1)->setSelected(true);
+    fixture.child<QPushButton>("btnProbeOutRemove")->click();
+    QCOMPARE(seen, QStringList({"2 2 1 1 1", "2 2 2 2 2", "1 1 2 2 2", "1 1 1 1 1"}));
+}
+
+void tst_PortEditing::doubleClickEditsTheProbeIn()
+{
+    PageFixture fixture(makeCore({{}, {net("top/a"), bus("top/q", 2)}}, {{}}));
+    fixture.show();
+    ModalDriver driver;
+    driver.expectDialog<ProbeDialog>([&](ProbeDialog *dialog) {
+        QCOMPARE(dialog->windowTitle(), QString("Probe In Port"));
+        QCOMPARE(dialog->parentWidget(), fixture.page);
+        QCOMPARE(dialogRows(dialog),
+                 QStringList({"top/a", "top/q[1:0]", "  top/q[1]", "  top/q[0]"}));
+        press(dialog, QDialogButtonBox::Cancel);
+    });
+    fixture.doubleClick(fixture.treeProbeIn->topLevelItem(1));
+    QVERIFY(driver.done());
+}
+
+void tst_PortEditing::doubleClickEditsTheProbeOut()
+{
+    PageFixture fixture(makeCore({{}}, {{}, {net("top/a")}}));
+    fixture.show();
+    ModalDriver driver;
+    driver.expectDialog<ProbeDialog>([&](ProbeDialog *dialog) {
+        QCOMPARE(dialog->windowTitle(), QString("Probe Out Port"));
+        QCOMPARE(dialog->parentWidget(), fixture.page);
+        QCOMPARE(dialogRows(dialog), QStringList({"top/a"}));
+        press(dialog, QDialogButtonBox::Cancel);
+    });
+    fixture.doubleClick(fixture.treeProbeOut->topLevelItem(1));
+    QVERIFY(driver.done());
+}
+
+void tst_PortEditing::doubleClickOnASignalEditsItsPort()
+{
+    PageFixture fixture(makeCore({{net("top/a")}}, {{net("top/b")}}));
+    fixture.show();
+    fixture.treeProbeIn->expandAll();
+    fixture.treeProbeOut->expandAll();
+    ModalDriver driver;
+    for (const char *name : {"top/a", "top/b"})
+        driver.expectDialog<ProbeDialog>([name](ProbeDialog *dialog) {
+            QCOMPARE(dialogRows(dialog), QStringList(QString::fromLatin1(name)));
+            press(dialog, QDialogButtonBox::Cancel);
+        });
+    fixture.doubleClick(fixture.treeProbeIn->topLevelItem(0)->child(0));
+    fixture.doubleClick(fixture.treeProbeOut->topLevelItem(0)->child(0));
+    QVERIFY(driver.done());
+}
+
+void tst_PortEditing::doubleClickOnABitEditsItsPort()
+{
+    PageFixture fixture(makeCore({{}, {bus("top/q", 2)}}, {{}}));
+    fixture.show();
+    fixture.treeProbeIn->expandAll();
+    ModalDriver driver;
+    driver.expectDialog<ProbeDialog>([](ProbeDialog *dialog) {
+        QCOMPARE(dialogRows(dialog), QStringList({"top/q[1:0]", "  top/q[1]", "  top/q[0]"}));
+        press(dialog, QDialogButtonBox::Cancel);
+    });
+    fixture.doubleClick(fixture.treeProbeIn->topLevelItem(1)->child(0)->child(1));
+    QVERIFY(driver.done());
+}
+
+void tst_PortEditing::doubleClickOnAValueOpensNothing()
+{
+    PageFixture fixture(makeCore({{}}, {{net("top/a")}}));
+    fixture.show();
+    fixture.treeProbeOut->expandAll();
+    ModalDriver driver;
+    fixture.doubleClick(fixture.treeValue->topLevelItem(0));
+    fixture.doubleClick(fixture.treeValue->topLevelItem(0)->child(0));
+    QVERIFY(driver.done());
+}
+
+void tst_PortEditing::acceptedEditMarksTheDocument()
+{
+    PageFixture fixture(makeCore({{net("top/a")}}, {{net("top/b")}}));
+    fixture.show();
+    QSignalSpy modifed(fixture.widget.get(), SIGNAL(modifed()));
+    ModalDriver driver;
+    for (int i = 0; i < 2; ++i)
+        driver.expectDialog<ProbeDialog>(
+            [](ProbeDialog *dialog) { press(dialog, QDialogButtonBox::Ok); });
+    fixture.doubleClick(fixture.treeProbeIn->topLevelItem(0));
+    QCOMPARE(modifed.count(), 1);
+    fixture.doubleClick(fixture.treeProbeOut->topLevelItem(0));
+    QCOMPARE(modifed.count(), 2);
+    QVERIFY(driver.done());
+}
+
+void tst_PortEditing::cancelledEditChangesNothing()
+{
+    PageFixture fixture(makeCore({{net("top/a")}}, {{net("top/b"), net("top/c")}}));
+    fixture.show();
+    QTreeWidgetItem *rowIn = fixture.treeProbeIn->topLevelItem(0)->child(0);
+    QTreeWidgetItem *rowOut = fixture.treeProbeOut->topLevelItem(0)->child(0);
+    QSignalSpy modifed(fixture.widget.get(), SIGNAL(modifed()));
+    ModalDriver driver;
+    for (int i = 0; i < 2; ++i)
+        driver.expectDialog<ProbeDialog>([](ProbeDialog *dialog) {
+            auto *tree = dialog->findChild<QTreeWidget *>("treeWidget");
+            tree->topLevelItem(0)->setSelected(true);
+            dialog->findChild<QToolButton *>("btnRemove")->click();
+            press(dialog, QDialogButtonBox::Cancel);
+        });
+    fixture.doubleClick(fixture.treeProbeIn->topLevelItem(0));
+    fixture.doubleClick(fixture.treeProbeOut->topLevelItem(0));
+    QVERIFY(driver.done());
+    QCOMPARE(modifed.count(), 0);
+    QCOMPARE(fixture.treeProbeIn->topLevelItem(0)->child(0), rowIn);
+    QCOMPARE(fixture.treeProbeOut->topLevelItem(0)->child(0), rowOut);
+    QVERIFY(!fixture.treeProbeIn->topLevelItem(0)->isExpanded());
+    QCOMPARE(fixture.core->getProbeOut(0)->width(), 2);
+}
+
+void tst_PortEditing::acceptedEditShowsTheNewSignals()
+{
+    auto core = makeCore({{net("a"), net("b")}}, {{bus("p", 4), bus("q", 2)}});
+    core->getProbeOut(0)->setValue("0x26");
+    PageFixture fixture(std::move(core));
+    fixture.show();
+    QCOMPARE(fixture.bits(0), QString("1001|10"));
+    ModalDriver driver;
+    for (int i = 0; i < 2; ++i)
+        driver.expectDialog<ProbeDialog>([](ProbeDialog *dialog) {
+            auto *tree = dialog->findChild<QTreeWidget *>("treeWidget");
+            tree->topLevelItem(1)->setSelected(true);
+            dialog->findChild<QToolButton *>("btnRemove")->click();
+            press(dialog, QDialogButtonBox::Ok);
+        });
+    fixture.doubleClick(fixture.treeProbeIn->topLevelItem(0));
+    fixture.doubleClick(fixture.treeProbeOut->topLevelItem(0));
+    QVERIFY(driver.done());
+    QCOMPARE(treeLines(fixture.treeProbeIn->model()), QStringList({"Probe In0", "  a"}));
+    QCOMPARE(treeLines(fixture.treeProbeOut->model()), QStringList({"Probe Out0", "  p[3:0]"}));
+    QCOMPARE(fixture.bits(0), QString("1001"));
+    QCOMPARE(fixture.value(0), QString("0x9"));
+}
+
+void tst_PortEditing::acceptedEditUnfoldsThePort()
+{
+    PageFixture fixture(makeCore({{}, {net("a")}}, {{}, {net("b")}}));
+    fixture.show();
+    ModalDriver driver;
+    for (int i = 0; i < 2; ++i)
+        driver.expectDialog<ProbeDialog>(
+            [](ProbeDialog *dialog) { press(dialog, QDialogButtonBox::Ok); });
+    fixture.doubleClick(fixture.treeProbeIn->topLevelItem(1));
+    fixture.doubleClick(fixture.treeProbeOut->topLevelItem(1));
+    QVERIFY(driver.done());
+    for (QTreeWidget *tree : {fixture.treeProbeIn, fixture.treeProbeOut}) {
+        QCOMPARE(tree->currentItem(), tree->topLevelItem(1));
+        QVERIFY(tree->topLevelItem(1)->isExpanded());
+    }
+    QVERIFY(fixture.treeValue->topLevelItem(1)->isExpanded());
+
+    // The row that was clicked is the partner's selection, which the edit didn't touch.
+    QCOMPARE(fixture.treeValue->selectedItems(),
+             QList<QTreeWidgetItem *>({fixture.treeValue->topLevelItem(1)}));
+}
+
+void tst_PortEditing::netlistClosesAProbeOutDialog()
+{
+    PageFixture fixture(makeCore({{}}, {{net("top/a")}}));
+    fixture.show();
+    QSignalSpy modifed(fixture.widget.get(), SIGNAL(modifed()));
+    ModalDriver driver;
+    driver.expectDialog<ProbeDialog>([&](ProbeDialog *dialog) {
+        dialog->findChild<QTreeWidget *>("treeWidget")->topLevelItem(0)->setSelected(true);
+        dialog->findChild<QToolButton *>("btnRemove")->click();
+        QSignalSpy closed(dialog, SIGNAL(closeOldSearchDialog()));
+        fixture.widget->setNetlist(nullptr);
+        QCOMPARE(closed.count(), 1);
+        QVERIFY(!dialog->isVisible());
+        fixture.widget->setNetlist(nullptr);
+    });
+    fixture.doubleClick(fixture.treeProbeOut->topLevelItem(0));
+    QVERIFY(driver.done());
+    QCOMPARE(modifed.count(), 0);
+    QCOMPARE(fixture.core->getProbeOut(0)->width(), 1);
+}
+
+void tst_PortEditing::netlistLeavesAProbeInDialogOpen()
+{
+    PageFixture fixture(makeCore({{net("top/a")}}, {{}}));
+    fixture.show();
+    ModalDriver driver;
+    driver.expectDialog<ProbeDialog>([&](ProbeDialog *dialog) {
+        fixture.widget->setNetlist(nullptr);
+        QVERIFY(dialog->isVisible());
+        press(dialog, QDialogButtonBox::Ok);
+    });
+    fixture.doubleClick(fixture.treeProbeIn->topLevelItem(0));
+    QVERIFY(driver.done());
+}
+
+void tst_PortEditing::pageMayGoUnderADialog_data()
+{
+    QTest::addColumn<bool>("probeOut");
+    QTest::newRow("probe-in") << false;
+    QTest::newRow("probe-out") << true;
+}
+
+void tst_PortEditing::pageMayGoUnderADialog()
+{
+    QFETCH(bool, probeOut);
+    PageFixture fixture(makeCore({{net("top/a")}}, {{net("top/b")}}));
+    ModalDriver driver;
+    driver.expectDialog<ProbeDialog>([&](ProbeDialog *) { fixture.widget.reset(); });
+    QTreeWidget *tree = probeOut ? fixture.treeProbeOut : fixture.treeProbeIn;
+    const char *slot = probeOut ? "editProbeOut" : "editProbeIn";
+    runInLoop([&] { fixture.call(slot, tree->topLevelItem(0)); });
+    QVERIFY(driver.done());
+    QVERIFY(!fixture.widget);
+}
+
+void tst_PortEditing::missingRowOpensNothing()
+{
+    PageFixture fixture(makeCore({{}}, {{}}));
+    ModalDriver driver;
+    fixture.call("editProbeIn", nullptr);
+    fixture.call("editProbeOut", nullptr);
+    fixture.call("editProbeIn", fixture.treeProbeOut->topLevelItem(0));
+    fixture.call("editProbeOut", fixture.treeProbeIn->topLevelItem(0));
+    QVERIFY(driver.done());
+}
+
+// Searches for everything and takes over the first row.
+static void pickFirst(MolkSignalSelectDialog *dialog)
+{
+    dialog->findChild<QPushButton *>("pushButtonSearch")->click();
+    auto *tree = dialog->findChild<QTreeWidget *>("treeWidget");
+    tree->topLevelItem(0)->setSelected(true);
+    dialog->findChild<QPushButton *>("btnAdd")->click();
+}
+
+void tst_PortEditing::pickedClockIsTakenOver()
+{
+    Standin::NetlistBuilder builder("top");
+    builder.addNet(0, "clk");
+    std::unique_ptr<FATHOM::RtlNetlist> netlist(builder.build());
+    auto core = makeCore({{}}, {{}});
+    core->useUserClock = true;
+    PageFixture fixture(std::move(core), netlist.get());
+    QSignalSpy modifed(fixture.widget.get(), SIGNAL(modifed()));
+    ModalDriver driver;
+    for (int i = 0; i < 2; ++i)
+        driver.expectDialog<MolkSignalSelectDialog>([&](MolkSignalSelectDialog *dialog) {
+            QCOMPARE(dialog->parentWidget(), fixture.page);
+            pickFirst(dialog);
+            press(dialog, QDialogButtonBox::Ok);
+        });
+    fixture.child<QPushButton>("btnUserClock")->click();
+    QCOMPARE(fixture.child<QLineEdit>("lineEditUserClock")->text(), QString("top/clk"));
+    QCOMPARE(modifed.count(), 2);
+
+    // The same name again is an edit too, though the text doesn't change.
+    fixture.child<QPushButton>("btnUserClock")->click();
+    QCOMPARE(modifed.count(), 3);
+    QVERIFY(driver.done());
+    QCOMPARE(fixture.core->getUserClockName(), QString());
+}
+
+void tst_PortEditing::cancelledClockSearchChangesNothing()
+{
+    auto core = makeCore({{}}, {{}});
+    core->setUserClockName("top/clk");
+    core->useUserClock = true;
+    PageFixture fixture(std::move(core));
+    QSignalSpy modifed(fixture.widget.get(), SIGNAL(modifed()));
+    ModalDriver driver;
+    driver.expectDialog<MolkSignalSelectDialog>(
+        [](MolkSignalSelectDialog *dialog) { press(dialog, QDialogButtonBox::Cancel); });
+    driver.expectDialog<MolkSignalSelectDialog>(
+        [](MolkSignalSelectDialog *dialog) { press(dialog, QDialogButtonBox::Ok); });
+    fixture.child<QPushButton>("btnUserClock")->click();
+    fixture.child<QPushButton>("btnUserClock")->click();
+    QVERIFY(driver.done());
+    QCOMPARE(fixture.child<QLineEdit>("lineEditUserClock")->text(), QString("top/clk"));
+    QCOMPARE(modifed.count(), 0);
+}
+
+void tst_PortEditing::pageMayGoUnderTheClockSearch()
+{
+    PageFixture fixture(makeCore({{}}, {{}}));
+    ModalDriver driver;
+    driver.expectDialog<MolkSignalSelectDialog>(
+        [&](MolkSignalSelectDialog *) { fixture.widget.reset(); });
+    runInLoop([&] { fixture.call("onbtnUserClock"); });
+    QVERIFY(driver.done());
+    QVERIFY(!fixture.widget);
+}
+
+MOLK_TEST_MAIN(tst_PortEditing)
+
+#include "tst_portediting.moc"
