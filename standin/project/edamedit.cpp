@@ -147,23 +147,24 @@ bool setToolOption(YamlNode *root, const QString &name, const QVariant &value)
     return true;
 }
 
-// Paths in files and options that are relative name the same files from the new directory.
-static void movePath(YamlNode *node, const QString &from, const QString &to)
+// Makes the path in \a node name the same file from the directory \a to.
+static void movePath(YamlNode *node, const QString &from, const QString &to, bool absoluteToo)
 {
-    if (node && node->kind == YamlNode::Scalar && QDir::isRelativePath(node->text)
-        && !node->text.isEmpty())
+    if (!node || node->kind != YamlNode::Scalar || node->text.isEmpty())
+        return;
+    if (absoluteToo || QDir::isRelativePath(node->text))
         *node = YamlNode::string(nameInProject(QDir(from).absoluteFilePath(node->text), to));
 }
 
-bool moveEdam(YamlNode *root, const QString &from, const QString &to)
+bool moveEdam(YamlNode *root, const QString &from, const QString &to, bool absoluteToo)
 {
     if (!expandAliases(root))
         return false;
 
     if (YamlNode *files = root->value("files")) {
         for (YamlNode &entry : files->items) {
-            movePath(entry.value("name"), from, to);
-            movePath(entry.value("include_path"), from, to);
+            movePath(entry.value("name"), from, to, absoluteToo);
+            movePath(entry.value("include_path"), from, to, absoluteToo);
         }
     }
     YamlNode *tools = root->value("tool_options");
@@ -173,7 +174,7 @@ bool moveEdam(YamlNode *root, const QString &from, const QString &to)
     for (const QString &key : {QString(disabledFilesKey), QString("IncludePath")}) {
         if (YamlNode *list = ours->value(key)) {
             for (YamlNode &item : list->items)
-                movePath(&item, from, to);
+                movePath(&item, from, to, absoluteToo);
         }
     }
     return true;

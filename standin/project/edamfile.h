@@ -64,7 +64,9 @@ bool setTops(YamlNode *root, const QStringList &tops);
 /// invalid value, or an empty list, removes it.
 bool setToolOption(YamlNode *root, const QString &name, const QVariant &value);
 
-/// Rewrites the relative paths of a document that moves from the directory \a from to \a to.
-bool moveEdam(YamlNode *root, const QString &from, const QString &to);
+/// Rewrites the paths in a document that moves from the directory \a from to \a to, so that they
+/// name the same files: the relative ones, or with \a absoluteToo all, each in the form of
+/// nameInProject().
+bool moveEdam(YamlNode *root, const QString &from, const QString &to, bool absoluteToo);
 
 } // namespace Standin

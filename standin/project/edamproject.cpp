@@ -111,8 +111,12 @@ std::unique_ptr<EdamProject> EdamProject::adHoc(const QStringList &files, const 
     data->file.root = newEdamDocument(top.isEmpty() ? "project" : top);
     if (!top.isEmpty())
         setTops(&data->file.root, {top});
+    QStringList names;
     for (const QString &file : files)
-        appendFile(&data->file.root, nameInProject(file, data->file.directory));
+        names.append(nameInProject(file, data->file.directory));
+    names.removeDuplicates();
+    for (const QString &name : qAsConst(names))
+        appendFile(&data->file.root, name);
 
     EdamReport report;
     readEdam(data->file.root, data->file.directory, &data->contents, &report);
@@ -371,7 +375,9 @@ bool EdamProject::saveAs(const QString &path, QString *error)
     const QString absolute = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
     YamlNode root = d->file.root;
     const QString directory = QFileInfo(absolute).absolutePath();
-    if (directory != d->file.directory && !moveEdam(&root, d->file.directory, directory)) {
+    // How a project without a file names its files was never anybody's choice.
+    const bool isFirst = d->file.path.isEmpty();
+    if (directory != d->file.directory && !moveEdam(&root, d->file.directory, directory, isFirst)) {
         *error = sharedPartsError();
         return false;
     }

@@ -209,10 +209,16 @@ private:
         end(node, YAML::EndMap);
     }
 
+    // A block collection can't stand in a flow one, nor as a key of one line. An empty one has no
+    // block form.
+    bool isFlow(const YamlNode &node) const
+    {
+        return node.flow || node.items.empty() || flowDepth > 0;
+    }
+
     void begin(const YamlNode &node, YAML::EMITTER_MANIP manipulator)
     {
-        // A block collection can't stand in a flow one, nor as a key of one line.
-        if (node.flow || flowDepth > 0) {
+        if (isFlow(node)) {
             out << YAML::Flow;
             ++flowDepth;
         }
@@ -222,7 +228,7 @@ private:
     void end(const YamlNode &node, YAML::EMITTER_MANIP manipulator)
     {
         out << manipulator;
-        if (node.flow || flowDepth > 0)
+        if (isFlow(node))
             --flowDepth;
     }
 
