@@ -1,0 +1,96 @@
+// SPDX-FileCopyrightText: The project's authors
+// SPDX-License-Identifier: MIT
+
+#include "frontend/toolbox.h"
+
+#include "frontend/progress.h"
+
+#include <QFileInfo>
+
+namespace Standin {
+
+ToolBox::ToolBox(const ExtractionOptions &options)
+    : settings(options)
+{
+}
+
+ToolLimits ToolBox::limits() const
+{
+    ToolLimits limits;
+    limits.memoryBytes = settings.memoryBytes;
+    limits.fileBytes = settings.outputBytes;
+    limits.seconds = settings.timeoutSeconds;
+    return limits;
+}
+
+QString ToolBox::verilator() const
+{
+    // The script called "verilator" goes through a shell; this is the program behind it.
+    return findTool(settings.verilator, "verilator_bin");
+}
+
+QString ToolBox::ghdl() const
+{
+    return findTool(settings.ghdl, "ghdl");
+}
+
+ToolResult ToolBox::run(const ToolCommand &command, Progress &progress)
+{
+    ++started;
+    return runTool(command, limits(), progress);
+}
+
+ToolCommand ToolBox::confined(const ToolCommand &command, Confinement kind) const
+{
+    ToolCommand outer = command;
+    outer.program = findTool(settings.bubblewrap, "bwrap");
+    outer.arguments = QStringList{"--ro-bind", "/", "/", "--dev", "/dev", "--tmpfs", "/tmp"};
+    if (kind == Confinement::Works)
+        outer.arguments << "--proc"
+                        << "/proc";
+    outer.arguments << "--bind" << command.directory << command.directory << "--unshare-all"
+                    << "--die-with-parent"
+                    << "--new-session"
+                    << "--chdir" << command.directory << "--" << command.program
+                    << command.arguments;
+    return outer;
+}
+
+/// Tries confinement on a program that does nothing. Containers often forbid the name spaces that
+/// it needs, or only a fresh /proc.
+ToolBox::Confinement ToolBox::probe(const QString &directory, Progress &progress)
+{
+    if (!QFileInfo(findTool(settings.bubblewrap, "bwrap")).isExecutable())
+        return Confinement::Missing;
+    ToolCommand nothing;
+    nothing.program = "/bin/true";
+    nothing.directory = directory;
+    for (Confinement kind : {Confinement::Works, Confinement::WorksWithoutProc}) {
+        if (run(confined(nothing, kind), progress).succeeded())
+            return kind;
+    }
+    return Confinement::Missing;
+}
+
+ToolResult ToolBox::runConfined(const ToolCommand &command, Progress &progress, QStringList *log)
+{
+    if (confinement == Confinement::Unknown) {
+        const Confinement found = probe(command.directory, progress);
+        if (progress.isCancelled()) {
+            ToolResult result;
+            result.outcome = ToolOutcome::Cancelled;
+            return result;
+        }
+        confinement = found;
+    }
+    if (confinement != Confinement::Missing)
+        return run(confined(command, confinement), progress);
+    if (!warned)
+        log->append("WARNING: bubblewrap is missing or can't be used here, so GHDL runs without "
+                    "confinement; VHDL from a source that you don't trust could write to your "
+                    "files");
+    warned = true;
+    return run(command, progress);
+}
+
+} // namespace Standin

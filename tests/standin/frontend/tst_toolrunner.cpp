@@ -1,0 +1,353 @@
+// SPDX-FileCopyrightText: The project's authors
+// SPDX-License-Identifier: MIT
+
+#include "frontend/progress.h"
+#include "frontend/toolbox.h"
+#include "frontend/toolrunner.h"
+#include "testmain.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QThread>
+#include <QTimer>
+
+#include <algorithm>
+#include <atomic>
+#include <cerrno>
+#include <csignal>
+
+using Standin::ToolOutcome;
+
+class tst_ToolRunner : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void exitCodeAndOutputComeBack();
+    void argumentsReachNoShell();
+    void environmentIsClean();
+    void inputIsEmpty();
+    void missingProgramIsReported();
+    void crashIsReported();
+    void timeOutKillsTheGroup();
+    void cancelKillsTheGroup();
+    void cancelledBeforeTheStartRunsNothing();
+    void quittingKillsTheTool();
+    void memoryIsLimited();
+    void fileLengthIsLimited();
+    void eventLoopTurns();
+    void workBesideTurnsTheEventLoop();
+    void failuresAreDescribed_data();
+    void failuresAreDescribed();
+    void confinedToolWritesOnlyInItsDirectory();
+    void missingConfinementIsSaidOnce();
+    void confinementThatFailsIsSaid();
+    void toolIsFound();
+    void identityChangesWithTheProgram();
+
+private:
+    Standin::ToolCommand shell(const QString &script) const;
+    QByteArray content(const QString &name) const;
+
+    QTemporaryDir directory;
+    Standin::ToolLimits limits;
+};
+
+Standin::ToolCommand tst_ToolRunner::shell(const QString &script) const
+{
+    Standin::ToolCommand command;
+    command.program = "/bin/sh";
+    command.arguments = QStringList{"-c", script};
+    command.directory = directory.path();
+    command.outputFile = directory.filePath("out");
+    command.errorFile = directory.filePath("err");
+    return command;
+}
+
+QByteArray tst_ToolRunner::content(const QString &name) const
+{
+    QFile file(directory.filePath(name));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+static bool isAlive(const QByteArray &pid)
+{
+    return ::kill(pid.trimmed().toInt(), 0) == 0 || errno != ESRCH;
+}
+
+/// A script that leaves a child behind which outlives its parent unless the group is killed, and
+/// says who it is. The child becomes the kernel's to reap, so it is gone once it is killed.
+static QString lingering()
+{
+    return "sleep 60 & echo $! > child.tmp; mv child.tmp child; wait";
+}
+
+void tst_ToolRunner::exitCodeAndOutputComeBack()
+{
+    Standin::Progress progress;
+    const Standin::ToolResult result =
+        Standin::runTool(shell("echo good; echo bad >&2; exit 3"), limits, progress);
+    QCOMPARE(result.outcome, ToolOutcome::Finished);
+    QCOMPARE(result.exitCode, 3);
+    QVERIFY(!result.succeeded());
+    QCOMPARE(content("out"), QByteArray("good\n"));
+    QCOMPARE(content("err"), QByteArray("bad\n"));
+    QVERIFY(Standin::runTool(shell("true"), limits, progress).succeeded());
+}
+
+void tst_ToolRunner::argumentsReachNoShell()
+{
+    Standin::Progress progress;
+    Standin::ToolCommand command = shell("");
+    command.program = "/usr/bin/printf";
+    command.arguments = QStringList{"%s|", "a b", "$HOME", "`touch x`", "$(touch x)", ";touch x",
+                                    "\"",  "'",   "*",     "-n",        "\n"};
+    QVERIFY(Standin::runTool(command, limits, progress).succeeded());
+    QCOMPARE(content("out"), QByteArray("a b|$HOME|`touch x`|$(touch x)|;touch x|\"|'|*|-n|\n|"));
+    QVERIFY(!QFile::exists(directory.filePath("x")));
+}
+
+void tst_ToolRunner::environmentIsClean()
+{
+    qputenv("MOLK_SECRET", "x");
+    Standin::Progress progress;
+    Standin::ToolCommand command = shell("");
+    command.program = "/usr/bin/env";
+    command.arguments.clear();
+    QVERIFY(Standin::runTool(command, limits, progress).succeeded());
+    QList<QByteArray> variables = content("out").trimmed().split('\n');
+    std::sort(variables.begin(), variables.end());
+    const QByteArray path = QFile::encodeName(directory.path());
+    QCOMPARE(variables,
+             (QList<QByteArray>{"HOME=" + path, "LC_ALL=C.UTF-8", "PATH=/usr/bin:/bin",
+                                "TMPDIR=" + path}));
+    qunsetenv("MOLK_SECRET");
+}
+
+void tst_ToolRunner::inputIsEmpty()
+{
+    Standin::Progress progress;
+    QVERIFY(Standin::runTool(shell("cat; echo end"), limits, progress).succeeded());
+    QCOMPARE(content("out"), QByteArray("end\n"));
+}
+
+void tst_ToolRunner::missingProgramIsReported()
+{
+    Standin::Progress progress;
+    Standin::ToolCommand command = shell("");
+    command.program = "/nonexistent/tool";
+    QCOMPARE(Standin::runTool(command, limits, progress).outcome, ToolOutcome::NotStarted);
+}
+
+void tst_ToolRunner::crashIsReported()
+{
+    Standin::Progress progress;
+    const Standin::ToolResult result = Standin::runTool(shell("kill -SEGV $$"), limits, progress);
+    QCOMPARE(result.outcome, ToolOutcome::Crashed);
+    QCOMPARE(result.exitCode, SIGSEGV);
+}
+
+void tst_ToolRunner::timeOutKillsTheGroup()
+{
+    Standin::Progress progress;
+    Standin::ToolLimits brief = limits;
+    brief.seconds = 1;
+    QCOMPARE(Standin::runTool(shell(lingering()), brief, progress).outcome, ToolOutcome::TimedOut);
+    const QByteArray child = content("child");
+    QVERIFY(!child.isEmpty());
+    QTRY_VERIFY(!isAlive(child));
+}
+
+void tst_ToolRunner::cancelKillsTheGroup()
+{
+    Standin::Progress progress;
+    QFile::remove(directory.filePath("child"));
+    QTimer poll;
+    connect(&poll, &QTimer::timeout, &progress, [&] {
+        if (QFile::exists(directory.filePath("child")))
+            progress.cancel();
+    });
+    poll.start(5);
+    QCOMPARE(Standin::runTool(shell(lingering()), limits, progress).outcome,
+             ToolOutcome::Cancelled);
+    const QByteArray child = content("child");
+    QVERIFY(!child.isEmpty());
+    QTRY_VERIFY(!isAlive(child));
+}
+
+void tst_ToolRunner::cancelledBeforeTheStartRunsNothing()
+{
+    Standin::Progress progress;
+    QSignalSpy spy(&progress, SIGNAL(cancelled()));
+    progress.cancel();
+    progress.cancel();
+    QCOMPARE(spy.count(), 1);
+    QCOMPARE(Standin::runTool(shell("touch started"), limits, progress).outcome,
+             ToolOutcome::Cancelled);
+    QVERIFY(!QFile::exists(directory.filePath("started")));
+}
+
+void tst_ToolRunner::quittingKillsTheTool()
+{
+    Standin::Progress progress;
+    QTimer::singleShot(50, qApp, SLOT(quit()));
+    QCOMPARE(Standin::runTool(shell("sleep 60"), limits, progress).outcome, ToolOutcome::Cancelled);
+    QVERIFY(progress.isCancelled());
+    // Until an event loop of the application has run, no other loop would.
+    QTimer::singleShot(0, qApp, SLOT(quit()));
+    QCoreApplication::exec();
+}
+
+void tst_ToolRunner::memoryIsLimited()
+{
+    Standin::Progress progress;
+    Standin::ToolLimits small = limits;
+    small.memoryBytes = qint64(64) << 20;
+    // dd takes its block as one piece of memory.
+    const Standin::ToolCommand command = shell("dd if=/dev/zero of=/dev/null bs=200M count=1");
+    QVERIFY(!Standin::runTool(command, small, progress).succeeded());
+    QVERIFY(Standin::runTool(command, limits, progress).succeeded());
+}
+
+void tst_ToolRunner::fileLengthIsLimited()
+{
+    Standin::Progress progress;
+    Standin::ToolLimits small = limits;
+    small.fileBytes = 1 << 20;
+    Standin::ToolCommand command = shell("");
+    command.program = "/bin/dd";
+    command.arguments =
+        QStringList{"if=/dev/zero", "of=" + directory.filePath("big"), "bs=1M", "count=4"};
+    const Standin::ToolResult result = Standin::runTool(command, small, progress);
+    QCOMPARE(result.outcome, ToolOutcome::Crashed);
+    QCOMPARE(result.exitCode, SIGXFSZ);
+    QVERIFY(QFile(directory.filePath("big")).size() <= 1 << 20);
+}
+
+void tst_ToolRunner::eventLoopTurns()
+{
+    Standin::Progress progress;
+    QTimer timer;
+    QSignalSpy spy(&timer, SIGNAL(timeout()));
+    timer.start(1);
+    QVERIFY(Standin::runTool(shell("sleep 0.1"), limits, progress).succeeded());
+    QVERIFY(spy.count() > 1);
+}
+
+void tst_ToolRunner::workBesideTurnsTheEventLoop()
+{
+    QTimer timer;
+    std::atomic_bool turned{false};
+    connect(&timer, &QTimer::timeout, this, [&] { turned = true; });
+    timer.start(1);
+    bool done = false;
+    Standin::runBeside([&] {
+        while (!turned)
+            QThread::yieldCurrentThread();
+        done = true;
+    });
+    QVERIFY(done);
+}
+
+void tst_ToolRunner::failuresAreDescribed_data()
+{
+    QTest::addColumn<int>("outcome");
+    QTest::addColumn<int>("exitCode");
+    QTest::addColumn<QString>("text");
+
+    const auto row = [](const char *name, ToolOutcome outcome, int code, const char *text) {
+        QTest::newRow(name) << int(outcome) << code << QString::fromLatin1(text);
+    };
+    row("exit-code", ToolOutcome::Finished, 3, "tool failed with exit code 3");
+    row("missing", ToolOutcome::NotStarted, -1, "/bin/tool can't be started: is it installed?");
+    row("crash", ToolOutcome::Crashed, SIGSEGV, "tool crashed (signal 11)");
+    row("abort", ToolOutcome::Crashed, SIGABRT, "tool gave up; it may use 2048 MB of memory");
+    row("processor-time", ToolOutcome::Crashed, SIGXCPU,
+        "tool was stopped after 120 s of processor time");
+    row("output", ToolOutcome::Crashed, SIGXFSZ, "tool was stopped: it wrote more than 2048 MB");
+    row("time-out", ToolOutcome::TimedOut, -1, "tool was stopped after 120 s");
+    row("cancelled", ToolOutcome::Cancelled, -1, "cancelled");
+}
+
+void tst_ToolRunner::failuresAreDescribed()
+{
+    QFETCH(int, outcome);
+    QFETCH(int, exitCode);
+    const Standin::ToolResult result{ToolOutcome(outcome), exitCode};
+    QTEST(Standin::describeFailure("/bin/tool", result, limits), "text");
+}
+
+/// Where the machine can't confine, the tool has to run all the same, which the next test shows.
+void tst_ToolRunner::confinedToolWritesOnlyInItsDirectory()
+{
+    const QTemporaryDir outside(QDir::homePath() + "/molk-test-XXXXXX");
+    Standin::ToolBox tools((Standin::ExtractionOptions()));
+    Standin::Progress progress;
+    QStringList log;
+    const QString canary = outside.filePath("canary");
+    const Standin::ToolResult result =
+        tools.runConfined(shell("touch inside; touch " + canary), progress, &log);
+    QVERIFY(QFile::exists(directory.filePath("inside")));
+    if (log.isEmpty()) {
+        QVERIFY(!result.succeeded());
+        QVERIFY(!QFile::exists(canary));
+    } else {
+        QVERIFY(log.first().startsWith("WARNING: bubblewrap"));
+        QVERIFY(result.succeeded());
+    }
+}
+
+void tst_ToolRunner::missingConfinementIsSaidOnce()
+{
+    Standin::ExtractionOptions options;
+    options.bubblewrap = "/nonexistent/bwrap";
+    Standin::ToolBox tools(options);
+    Standin::Progress progress;
+    QStringList log;
+    QVERIFY(tools.runConfined(shell("true"), progress, &log).succeeded());
+    QVERIFY(tools.runConfined(shell("true"), progress, &log).succeeded());
+    QCOMPARE(log,
+             QStringList("WARNING: bubblewrap is missing or can't be used here, so GHDL runs "
+                         "without confinement; VHDL from a source that you don't trust could "
+                         "write to your files"));
+    QCOMPARE(tools.runs(), 2);
+}
+
+void tst_ToolRunner::confinementThatFailsIsSaid()
+{
+    Standin::ExtractionOptions options;
+    options.bubblewrap = "/bin/false";
+    Standin::ToolBox tools(options);
+    Standin::Progress progress;
+    QStringList log;
+    QVERIFY(tools.runConfined(shell("true"), progress, &log).succeeded());
+    QCOMPARE(log.size(), 1);
+}
+
+void tst_ToolRunner::toolIsFound()
+{
+    QCOMPARE(Standin::findTool("/a/b", "sh"), QString("/a/b"));
+    QVERIFY(QFile::exists(Standin::findTool(QString(), "sh")));
+    QCOMPARE(Standin::findTool(QString(), "no-such-tool"), QString("/usr/bin/no-such-tool"));
+}
+
+void tst_ToolRunner::identityChangesWithTheProgram()
+{
+    const QString path = directory.filePath("tool");
+    QVERIFY(Standin::toolIdentity(path).isEmpty());
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("one");
+    file.close();
+    const QByteArray one = Standin::toolIdentity(path);
+    QVERIFY(file.open(QIODevice::Append));
+    file.write("two");
+    file.close();
+    QVERIFY(!one.isEmpty());
+    QVERIFY(Standin::toolIdentity(path) != one);
+}
+
+MOLK_TEST_GUILESS_MAIN(tst_ToolRunner)
+#include "tst_toolrunner.moc"
