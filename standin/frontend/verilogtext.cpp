@@ -1,0 +1,198 @@
+// SPDX-FileCopyrightText: The project's authors
+// SPDX-License-Identifier: MIT
+
+#include "frontend/verilogtext.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace Standin {
+
+static const char neverDefined[] = "`ifdef MOLK_NEVER_DEFINED__ ";
+
+static bool isBlank(char c)
+{
+    return c == ' ' || c == '\t' || c == '\r' || c == '\n' || c == '\f' || c == '\v';
+}
+
+static QByteArray nextWord(const char **at, const char *end)
+{
+    while (*at < end && (isBlank(**at) || **at == ':'))
+        ++*at;
+    const char *begin = *at;
+    while (*at < end && !isBlank(**at) && **at != ':' && **at != ';')
+        ++*at;
+    return QByteArray(begin, int(*at - begin)).toLower();
+}
+
+int translatePragma(const char *begin, const char *end)
+{
+    static const char *const tools[] = {
+        "synopsys", "synthesis", "pragma",  "xilinx",  "altera",        "exemplar",  "ambit",
+        "cadence",  "synplify",  "quartus", "lattice", "rtl_synthesis", "synplicity"};
+    // Pragmas are short; long comments aren't read to their end for this.
+    if (end - begin > 200)
+        end = begin + 200;
+    const QByteArray tool = nextWord(&begin, end);
+    const bool known = std::any_of(std::begin(tools), std::end(tools),
+                                   [&](const char *name) { return tool == name; });
+    if (!known)
+        return 0;
+    QByteArray word = nextWord(&begin, end);
+    if (word == "synthesis" || word == "translate")
+        word = "translate_" + nextWord(&begin, end);
+    else if (tool == "rtl_synthesis")
+        word.prepend("translate_");
+    if (word == "translate_off" || word == "synthesis_off")
+        return 1;
+    return word == "translate_on" || word == "synthesis_on" ? 2 : 0;
+}
+
+/// End of the string literal that begins at \a at; the end of the line at the latest.
+static const char *stringEnd(const char *at, const char *end)
+{
+    for (++at; at < end && *at != '\n'; ++at) {
+        if (*at == '"')
+            return at + 1;
+        if (*at == '\\' && at + 1 < end)
+            ++at;
+    }
+    return at;
+}
+
+static const char *lineEnd(const char *at, const char *end)
+{
+    const void *found = std::memchr(at, '\n', size_t(end - at));
+    return found ? static_cast<const char *>(found) : end;
+}
+
+/// End of the comment that begins at \a at with a slash and a star.
+static const char *blockEnd(const char *at, const char *end)
+{
+    for (at += 2; at < end; ++at) {
+        if (*at == '*' && at + 1 < end && at[1] == '/')
+            return at + 2;
+    }
+    return end;
+}
+
+static void appendNewlines(QByteArray *out, const char *begin, const char *end)
+{
+    out->append(int(std::count(begin, end, '\n')), '\n');
+}
+
+static const char *escapedEnd(const char *at, const char *end)
+{
+    while (at < end && !isBlank(*at))
+        ++at;
+    return at;
+}
+
+static bool startsComment(const char *at, const char *end)
+{
+    return *at == '/' && at + 1 < end && (at[1] == '/' || at[1] == '*');
+}
+
+/// True if the definition of a macro goes on behind the line that ends at \a newline.
+static bool continues(const char *begin, const char *newline)
+{
+    if (newline > begin && newline[-1] == '\r')
+        --newline;
+    return newline > begin && newline[-1] == '\\';
+}
+
+QByteArray maskVerilogPragmas(const QByteArray &source)
+{
+    // Most sources have none and stay as they are.
+    if (!source.toLower().contains("off"))
+        return source;
+    QByteArray out;
+    out.reserve(source.size() + 256);
+    const char *at = source.constBegin();
+    const char *const end = source.constEnd();
+    bool off = false;
+    bool inDefine = false;
+    while (at < end) {
+        const char *next = at + 1;
+        if (*at == '\n') {
+            inDefine = inDefine && continues(source.constBegin(), at);
+        } else if (*at == '"') {
+            next = stringEnd(at, end);
+        } else if (*at == '`' && end - at > 7 && std::memcmp(at, "`define", 7) == 0) {
+            inDefine = true;
+        } else if (*at == '\\' && !inDefine) {
+            next = escapedEnd(at, end);
+        } else if (startsComment(at, end)) {
+            const bool block = at[1] == '*';
+            next = block ? blockEnd(at, end) : lineEnd(at, end);
+            const int pragma = translatePragma(at + 2, block ? std::max(at + 2, next - 2) : next);
+            if (!inDefine && (pragma == 1 || pragma == 2) && off != (pragma == 1)) {
+                off = pragma == 1;
+                out.append(off ? neverDefined : " `endif ");
+                appendNewlines(&out, at, next);
+                at = next;
+                continue;
+            }
+        }
+        out.append(at, int(next - at));
+        at = next;
+    }
+    if (off)
+        out.append("\n`endif\n");
+    return out;
+}
+
+QByteArray maskVhdlPragmas(const QByteArray &source)
+{
+    QByteArray out = source;
+    bool off = false;
+    const char *at = source.constBegin();
+    const char *const begin = at;
+    const char *const end = source.constEnd();
+    while (at < end) {
+        const char *next = at + 1;
+        if (*at == '"') {
+            next = stringEnd(at, end);
+        } else if (*at == '-' && at + 1 < end && at[1] == '-') {
+            next = lineEnd(at, end);
+            const int pragma = translatePragma(at + 2, next);
+            if (pragma != 0)
+                off = pragma == 1;
+        }
+        if (off) {
+            for (const char *c = at; c < next; ++c) {
+                if (*c != '\n' && *c != '\r')
+                    out[int(c - begin)] = ' ';
+            }
+        }
+        at = next;
+    }
+    return out;
+}
+
+QByteArray stripComments(const QByteArray &preprocessed)
+{
+    QByteArray out;
+    out.reserve(preprocessed.size());
+    const char *at = preprocessed.constBegin();
+    const char *const end = preprocessed.constEnd();
+    while (at < end) {
+        const char *next = at + 1;
+        if (*at == '"') {
+            next = stringEnd(at, end);
+        } else if (*at == '\\') {
+            next = escapedEnd(at, end);
+        } else if (startsComment(at, end)) {
+            next = at[1] == '*' ? blockEnd(at, end) : lineEnd(at, end);
+            out.append(' ');
+            appendNewlines(&out, at, next);
+            at = next;
+            continue;
+        }
+        out.append(at, int(next - at));
+        at = next;
+    }
+    return out;
+}
+
+} // namespace Standin

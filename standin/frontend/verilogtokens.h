@@ -1,0 +1,72 @@
+// SPDX-FileCopyrightText: The project's authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QByteArray>
+
+#include <vector>
+
+namespace Standin {
+
+/// One token of preprocessed Verilog text.
+struct VerilogToken
+{
+    enum Kind : quint8 {
+        End,  ///< Behind the last token; has no text.
+        Word, ///< Identifier that is no keyword, escaped ones included, or system name.
+        Keyword,
+        Number,
+        String,
+        Symbol, ///< One character, or "::".
+    };
+
+    quint32 begin; ///< Offset in the text; of an escaped identifier without the backslash.
+    quint32 length : 24;
+    quint32 kind : 8;
+    qint32 match; ///< Index of the bracket that belongs to this one, or -1.
+};
+
+/// The tokens of a text, in order. Comments, attributes and directives are left out.
+///
+/// It takes one pass, and brackets are matched on the way, so that no reader of the tokens has to
+/// search: the time grows with the length of the text alone, whatever the text is.
+class VerilogTokens
+{
+public:
+    /// \param source must outlive the tokens; texts above 4 GB and tokens above 16 MB are cut.
+    explicit VerilogTokens(const QByteArray &source);
+
+    int count() const { return int(tokens.size()); }
+
+    /// The token \a index; one of kind End for any index outside the text.
+    const VerilogToken &at(int index) const;
+
+    QByteArray text(int index) const;
+
+    /// True for the keyword or symbol \a text; an escaped identifier is never a keyword.
+    bool is(int index, const char *text) const;
+    bool is(int index, char symbol) const;
+
+    bool isWord(int index) const { return at(index).kind == VerilogToken::Word; }
+
+    /// Index behind the bracket that closes the one at \a index; behind all tokens if none does,
+    /// and \a index + 1 if there is no bracket.
+    int behind(int index) const;
+
+private:
+    void read();
+    void matchBrackets();
+    void add(const char *begin, const char *end, VerilogToken::Kind kind);
+    const char *readAttribute(const char *begin);
+    const char *readWord(const char *begin);
+    const char *readDirective(const char *begin) const;
+
+    QByteArray source;
+    const char *start;
+    const char *stop;
+    bool attributesEnded = false;
+    std::vector<VerilogToken> tokens;
+};
+
+} // namespace Standin
