@@ -1,0 +1,64 @@
+// SPDX-FileCopyrightText: The project's authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "frontend/directoryfarm.h"
+#include "frontend/frontend.h"
+#include "frontend/ghdlstage.h"
+#include "frontend/toolrunner.h"
+#include "frontend/verilogpreprocessor.h"
+
+namespace Standin {
+
+/// The steps of VerilatorFrontEnd for one design.
+class VerilatorReading : public Reading
+{
+public:
+    VerilatorReading(const DesignSources &sources, ToolBox &tools, Progress &progress);
+
+    /// Name of the file that holds the stubs, as the XML has it.
+    static QString stubFile() { return "stubs.v"; }
+
+    ModuleLists scan(QStringList *log) override;
+    bool elaborate(const QString &top, Artifact *artifact, QStringList *log) override;
+    QStringList dependencies() const override { return preprocessed.included; }
+    QStringList absentFiles() const override;
+
+private:
+    struct Attempt
+    {
+        ToolResult result;
+        QStringList log;
+    };
+
+    PreprocessedText preprocess();
+    bool isVhdlTop(const QString &top) const;
+    bool translateVhdl(const QString &top, Artifact *artifact, QStringList *log);
+    bool addEntity(const QByteArray &entity, const InstanceUse *use, const QString &calledAs,
+                   Artifact *artifact, QStringList *log);
+    QVector<Setting> genericsOf(const ScannedModule &entity, const InstanceUse &use,
+                                QStringList *log) const;
+    Attempt run(const QString &top);
+    QStringList arguments(const QString &top) const;
+    QStringList parametersOf(const QString &top) const;
+    bool retryWithoutChecks(const QString &top, Attempt *attempt, QStringList *log);
+    bool retryWithOtherKeywords(const QString &top, Attempt *attempt, QStringList *log);
+    bool retryAsVerilator(const QString &top, Attempt *attempt, QStringList *log);
+    bool isReported(int source, const QStringList &log) const;
+
+    DesignSources sources;
+    ToolBox &tools;
+    Progress &progress;
+    DirectoryFarm farm;
+    VerilogPreprocessor preprocessor;
+    GhdlStage ghdl;
+    VerilogVariant variant;
+    PreprocessedText preprocessed;
+    DesignGraph design;     ///< Of both languages.
+    DesignGraph translated; ///< The modules made from VHDL.
+    QStringList translatedFiles;
+    bool leavesOutChecks = false; ///< See retryWithoutChecks().
+};
+
+} // namespace Standin
