@@ -14,14 +14,26 @@
 #include <cstdint>
 #include <cstdlib>
 
+static bool accepts(QByteArray *bytes, MOLK::Indentation indentation)
+{
+    QBuffer buffer(bytes);
+    buffer.open(QIODevice::ReadOnly);
+    MOLK::MolkFileReader reader(&buffer, indentation);
+    const bool accepted = reader.read();
+    if (accepted != reader.error().isEmpty())
+        std::abort();
+    return accepted;
+}
+
+// Both ways to read have to agree on what a configuration is.
 static bool read(QByteArray bytes, QList<MOLK::MolkCore *> *cores)
 {
+    const bool accepted = accepts(&bytes, MOLK::Indentation::Kept);
+    if (accepted != accepts(&bytes, MOLK::Indentation::Dropped))
+        std::abort();
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::ReadOnly);
-    MOLK::MolkFileReader reader(&buffer);
-    const bool accepted = reader.read();
-    *cores = reader.takeCores();
-    if (accepted != reader.error().isEmpty())
+    if (accepted != MOLK::readDocument(&buffer, cores).isEmpty())
         std::abort();
     return accepted;
 }

@@ -9,13 +9,19 @@
 
 namespace MOLK {
 
+/// What becomes of the line ends and blanks that only lay a document out.
+enum class Indentation {
+    Kept,   ///< The parser counts lines and columns as they are in the file.
+    Dropped ///< The parser has a fifth less to do, but can't tell places.
+};
+
 /// Reads another device through a MarkupGuard. Where the guard stops the document, this device
 /// ends.
 class GuardedDevice : public QIODevice
 {
 public:
     /// \param readFrom an open device, which must outlive this one and stays its owner's.
-    explicit GuardedDevice(QIODevice *readFrom);
+    GuardedDevice(QIODevice *readFrom, Indentation layout);
 
     bool isSequential() const override;
 
@@ -28,6 +34,7 @@ protected:
 
 private:
     QIODevice *source;
+    Indentation indentation;
     MarkupGuard guard;
 };
 

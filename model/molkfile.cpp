@@ -19,19 +19,14 @@ namespace MOLK {
 static const int maximumLinks = 40;
 
 // The one way in: what the check accepts is exactly what can be read. Returns the cause of a
-// failure, empty on success. Without \a cores the result is thrown away.
+// failure, empty on success.
 static QString readFile(const QString &fileName, QList<MolkCore *> *cores)
 {
     QFile file(fileName);
     QString cause = openPlainFile(&file);
-    if (!cause.isEmpty())
-        return cause;
-    MolkFileReader reader(&file);
-    if (!reader.read())
-        return file.error() == QFileDevice::NoError ? reader.error() : file.errorString();
-    if (cores)
-        *cores = reader.takeCores();
-    return QString();
+    if (cause.isEmpty())
+        cause = readDocument(&file, cores);
+    return file.error() == QFileDevice::NoError ? cause : file.errorString();
 }
 
 // QSaveFile itself follows one link only, and would put the file in the place of a second one.
@@ -49,7 +44,10 @@ static QString linkTarget(const QString &fileName)
 
 bool checkMOLKFile(const QString &fileName)
 {
-    return readFile(fileName, nullptr).isEmpty();
+    QList<MolkCore *> cores;
+    const bool isReadable = readFile(fileName, &cores).isEmpty();
+    qDeleteAll(cores);
+    return isReadable;
 }
 
 QList<MolkCore *> readMOLKConfigFromXml(const QString &fileName, bool *ok, QString *errorMessage)

@@ -55,8 +55,24 @@ static bool parseNumber(const QStringRef &text, int *number)
     return true;
 }
 
-MolkFileReader::MolkFileReader(QIODevice *source)
-    : guarded(source)
+QString readDocument(QIODevice *source, QList<MolkCore *> *cores)
+{
+    QString cause;
+    for (const Indentation indentation : {Indentation::Dropped, Indentation::Kept}) {
+        if (!source->seek(0))
+            return source->errorString();
+        MolkFileReader reader(source, indentation);
+        if (reader.read()) {
+            *cores = reader.takeCores();
+            return QString();
+        }
+        cause = reader.error();
+    }
+    return cause;
+}
+
+MolkFileReader::MolkFileReader(QIODevice *source, Indentation indentation)
+    : guarded(source, indentation)
     , xml(&guarded)
 {
     // The format has no namespaces, and a prefix must not hide in a name.

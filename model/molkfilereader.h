@@ -25,7 +25,8 @@ class MolkFileReader
 {
 public:
     /// \param source an open device, which must outlive the reader and stays its owner's.
-    explicit MolkFileReader(QIODevice *source);
+    /// \param indentation how to read; error() tells true places only where it is kept.
+    MolkFileReader(QIODevice *source, Indentation indentation);
     ~MolkFileReader();
 
     /// Reads the whole document, once.
@@ -63,5 +64,13 @@ private:
     QXmlStreamReader xml;
     std::vector<std::unique_ptr<MolkCore>> cores;
 };
+
+/// Reads the configuration that \a source holds: at first as fast as it goes, and if that fails
+/// once more from the start to find the place.
+///
+/// \param source an open device that can go back to its start.
+/// \param cores the result, which the caller owns; left alone on failure.
+/// \return what is wrong and where; empty on success.
+QString readDocument(QIODevice *source, QList<MolkCore *> *cores);
 
 } // namespace MOLK

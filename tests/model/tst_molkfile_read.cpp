@@ -84,6 +84,9 @@ void TestMolkFileRead::damagedDocumentIsRefused_data()
         "line 2, column 24: the file has version \"2.0\", this editor reads version \"1.0\".");
     row("longer-version", "<MOLK_CONFIG><Version>1.0.1</Version></MOLK_CONFIG>",
         "line 1, column 37: the file has version \"1.0.1\", this editor reads version \"1.0\".");
+    row("version-around-a-comment",
+        "<MOLK_CONFIG><Version>1.<!-- -->\n<!-- -->0</Version></MOLK_CONFIG>",
+        "line 2, column 19: the file has version \"1.?0\", this editor reads version \"1.0\".");
     row("empty-version", "<MOLK_CONFIG><Version/></MOLK_CONFIG>",
         "line 1, column 23: the file has version \"\", this editor reads version \"1.0\".");
     row("endless-version",

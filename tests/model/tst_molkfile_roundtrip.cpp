@@ -41,6 +41,7 @@ private slots:
     void moreThanTheEditorAllowsIsReadAsItStands();
     void oneSignalTakesAtMostAHundredBytes();
     void handMadeLayoutIsReadAndTidied();
+    void lineEndsInNamesAreNoLayout();
 
 private:
     QByteArray written(const QList<MolkCore *> &cores);
@@ -390,7 +391,8 @@ void TestMolkFileRoundTrip::handMadeLayoutIsReadAndTidied()
 {
     writeBytes("<?xml version='1.0'?><!-- by hand --><?note kept not?>\r\n"
                "<MOLK_CONFIG ><Version><!-- --> 1.0\n</Version><core id='0'  module = 'm' >\r\n"
-               "<probeOut value='0x0'/><probeIn number=\"0\"><bus name='lone'/>"
+               "\n  \n <!-- \n -->\n<?x?>\n <probeOut value='0x0'/><probeIn number=\"0\"><bus "
+               "name='lone'/>"
                "<signal kind='0' name='&#x41;' found='true' selectable='true'></signal>"
                "</probeIn></core></MOLK_CONFIG ><!-- end -->\n\n");
     QCOMPARE(written(read()),
@@ -405,6 +407,17 @@ void TestMolkFileRoundTrip::handMadeLayoutIsReadAndTidied()
                         "        <probeOut/>\n"
                         "    </core>\n"
                         "</MOLK_CONFIG>\n"));
+}
+
+void TestMolkFileRoundTrip::lineEndsInNamesAreNoLayout()
+{
+    // A name may hold everything that looks like indentation between two tags.
+    MolkCore core(0);
+    core.getProbeIn(0)->setSignalNet({signal("a>\n    <b"), signal("\n<"), signal(">\n")});
+    QCOMPARE(linesAfterRoundTrip({&core}), modelLines({&core}));
+    writeBytes("<MOLK_CONFIG>\n<Version>\n1.0\n</Version>\n<core><probeOut value='>\n &lt;'/>\n"
+               "</core></MOLK_CONFIG>");
+    QCOMPARE(read().first()->getProbeOut(0)->getValue(), QString(">  <"));
 }
 
 MOLK_TEST_GUILESS_MAIN(TestMolkFileRoundTrip)
