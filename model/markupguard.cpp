@@ -32,9 +32,13 @@ qint64 MarkupGuard::accept(const char *data, qint64 size)
 
     const char *at = data;
     while (at != end && cause.isEmpty()) {
+        const bool inText = state == State::Text;
         entered = false;
         const char *const next = step(at, end);
-        pieceSize = entered ? 0 : pieceSize + (next - at);
+        const qint64 reached = pieceSize + (next - at);
+        // A text ends before the bracket that was stepped over, all else with it.
+        const bool isTooLong = reached > Format::maximumPieceSize && !(inText && entered);
+        pieceSize = entered ? 0 : reached;
         if (next - at > 1)
             last[0] = next[-2];
         else if (next != at)
@@ -42,9 +46,10 @@ qint64 MarkupGuard::accept(const char *data, qint64 size)
         if (next != at)
             last[1] = next[-1];
         at = next;
-        if (pieceSize > Format::maximumPieceSize)
+        if (isTooLong) {
             cause = QString("a tag, comment or text of more than %1 bytes")
                         .arg(Format::maximumPieceSize);
+        }
     }
 
     total += at - data;

@@ -38,7 +38,7 @@ static QByteArray document(const QByteArray &body)
     return head + body + foot;
 }
 
-static QByteArray inPort(const QByteArray &signalElements)
+static QByteArray inAPort(const QByteArray &signalElements)
 {
     return document("<core><probeIn>" + signalElements + "</probeIn></core>");
 }
@@ -106,9 +106,9 @@ void TestMolkFileRead::damagedDocumentIsRefused_data()
         "line 1, column 43: unknown element \"cores\" in \"MOLK_CONFIG\".");
     row("unknown-element-in-core", document("<core>\n<probe/></core>"),
         "line 2, column 8: unknown element \"probe\" in \"core\".");
-    row("unknown-element-in-port", inPort("<core/>"),
+    row("unknown-element-in-port", inAPort("<core/>"),
         "line 1, column 57: unknown element \"core\" in \"probeIn\".");
-    row("unknown-element-in-signal", inPort("<bus name='b'><wire/></bus>"),
+    row("unknown-element-in-signal", inAPort("<bus name='b'><wire/></bus>"),
         "line 1, column 71: unknown element \"wire\" in \"bus\".");
     row("unknown-attribute-of-core", document("<core ID='1'/>"),
         "line 1, column 49: unknown attribute \"ID\" in \"core\".");
@@ -116,18 +116,18 @@ void TestMolkFileRead::damagedDocumentIsRefused_data()
         "line 1, column 61: unknown attribute \"init\" in \"probeOut\".");
     row("value-of-probe-in", document("<core><probeIn value='0x1'/></core>"),
         "line 1, column 63: unknown attribute \"value\" in \"probeIn\".");
-    row("unknown-attribute-of-signal", inPort("<net name='a' width='1'/>"),
+    row("unknown-attribute-of-signal", inAPort("<net name='a' width='1'/>"),
         "line 1, column 75: unknown attribute \"width\" in \"net\".");
-    row("kind-of-net", inPort("<net name='a' kind='0'/>"),
+    row("kind-of-net", inAPort("<net name='a' kind='0'/>"),
         "line 1, column 74: unknown attribute \"kind\" in \"net\".");
-    row("attribute-with-prefix", inPort("<net m:name='a'/>"),
+    row("attribute-with-prefix", inAPort("<net m:name='a'/>"),
         "line 1, column 67: unknown attribute \"m:name\" in \"net\".");
-    row("attribute-twice", inPort("<net name='a' name='b'/>"),
+    row("attribute-twice", inAPort("<net name='a' name='b'/>"),
         "line 1, column 74: Attribute 'name' redefined.");
-    row("no-name", inPort("<bit/>"), "line 1, column 56: \"bit\" has no attribute \"name\".");
-    row("name-too-long", inPort("<net name='" + QByteArray(65537, 'n') + "'/>"),
+    row("no-name", inAPort("<bit/>"), "line 1, column 56: \"bit\" has no attribute \"name\".");
+    row("name-too-long", inAPort("<net name='" + QByteArray(65537, 'n') + "'/>"),
         "line 1, column 65601: \"name\" has more than 65536 characters.");
-    row("text-in-signal", inPort("<net name='a'>b</net>"),
+    row("text-in-signal", inAPort("<net name='a'>b</net>"),
         "line 1, column 66: unexpected text \"b\" in \"net\".");
     row("id-empty", document("<core id=''/>"),
         "line 1, column 48: \"\" in \"id\" is no whole number from -2147483648 to 2147483647.");
@@ -157,17 +157,17 @@ void TestMolkFileRead::damagedDocumentIsRefused_data()
     row("number-no-number", document("<core><probeIn number='x'/></core>"),
         "line 1, column 62: \"x\" in \"number\" is no whole number from -2147483648 to "
         "2147483647.");
-    row("kind-no-number", inPort("<signal name='a' kind='bus'/>"),
+    row("kind-no-number", inAPort("<signal name='a' kind='bus'/>"),
         "line 1, column 79: \"bus\" in \"kind\" is no whole number from -2147483648 to "
         "2147483647.");
-    row("flag-as-number", inPort("<net name='a' found='0'/>"),
+    row("flag-as-number", inAPort("<net name='a' found='0'/>"),
         "line 1, column 75: \"0\" in \"found\" is neither \"true\" nor \"false\".");
     row("flag-in-upper-case", document("<core useUserClock='TRUE'/>"),
         "line 1, column 62: \"TRUE\" in \"useUserClock\" is neither \"true\" nor \"false\".");
-    row("flag-empty", inPort("<net name='a' selectable=''/>"),
+    row("flag-empty", inAPort("<net name='a' selectable=''/>"),
         "line 1, column 79: \"\" in \"selectable\" is neither \"true\" nor \"false\".");
     row("seventeen-levels-of-members",
-        inPort(QByteArray("<bus name='b'>").repeated(18) + QByteArray("</bus>").repeated(18)),
+        inAPort(QByteArray("<bus name='b'>").repeated(18) + QByteArray("</bus>").repeated(18)),
         "line 1, column 302: members are nested more than 16 deep.");
     row("end-tag-of-another", document("<core></cores>"),
         "line 1, column 49: Opening and ending tag mismatch.");
@@ -176,40 +176,41 @@ void TestMolkFileRead::damagedDocumentIsRefused_data()
         "line 1, column 63: Extra content at end of document.");
     row("text-behind-the-root", document("") + "x",
         "line 1, column 50: Extra content at end of document.");
-    row("bare-ampersand", inPort("<net name='a & b'/>"),
+    row("bare-ampersand", inAPort("<net name='a & b'/>"),
         "line 1, column 65: Expected '#' or '[a-zA-Z]', but got ' '.");
-    row("bare-bracket", inPort("<net name='a < b'/>"),
+    row("bare-bracket", inAPort("<net name='a < b'/>"),
         "line 1, column 64: Unexpected '\xE2\x80\xB9'.");
-    row("unknown-entity", inPort("<net name='&nbsp;'/>"),
+    row("unknown-entity", inAPort("<net name='&nbsp;'/>"),
         "line 1, column 67: Entity 'nbsp' not declared.");
-    row("unknown-entity-in-text", inPort("&secret;"),
+    row("unknown-entity-in-text", inAPort("&secret;"),
         "line 1, column 58: Entity 'secret' not declared.");
     row("document-type", "<!DOCTYPE MOLK_CONFIG>" + document(""),
         "line 1, column 1: document types aren't accepted.");
     row("entity-bomb",
         "<?xml version='1.0'?>\n<!DOCTYPE l [<!ENTITY a 'aaaa'><!ENTITY b '&a;&a;'>]>\n"
-            + inPort("<net name='&b;'/>"),
+            + inAPort("<net name='&b;'/>"),
         "line 2, column 2: document types aren't accepted.");
-    row("external-entity", "<!DOCTYPE m [<!ENTITY x SYSTEM 'file:///etc/passwd'>]>" + inPort("&x;"),
+    row("external-entity",
+        "<!DOCTYPE m [<!ENTITY x SYSTEM 'file:///etc/passwd'>]>" + inAPort("&x;"),
         "line 1, column 1: document types aren't accepted.");
-    row("character-data", inPort("<![CDATA[x]]>"),
+    row("character-data", inAPort("<![CDATA[x]]>"),
         "line 1, column 63: unexpected text \"x\" in \"probeIn\".");
-    row("control-character", inPort("<net name='\x01'/>"), "line 1, column 62: Unexpected ''.");
-    row("control-character-by-number", inPort("<net name='&#1;'/>"),
+    row("control-character", inAPort("<net name='\x01'/>"), "line 1, column 62: Unexpected ''.");
+    row("control-character-by-number", inAPort("<net name='&#1;'/>"),
         "line 1, column 65: Invalid character reference.");
-    row("nul", inPort(QByteArray("<net name='a\0b'/>", 18)),
+    row("nul", inAPort(QByteArray("<net name='a\0b'/>", 18)),
         "line 1, column 62: a NUL byte, which isn't text.");
-    row("nul-by-number", inPort("<net name='&#0;'/>"),
+    row("nul-by-number", inAPort("<net name='&#0;'/>"),
         "line 1, column 65: Invalid character reference.");
-    row("half-a-pair-by-number", inPort("<net name='&#xD800;'/>"),
+    row("half-a-pair-by-number", inAPort("<net name='&#xD800;'/>"),
         "line 1, column 69: Invalid character reference.");
-    row("utf-8-overlong", inPort("<net name='\xC0\xAF'/>"),
+    row("utf-8-overlong", inAPort("<net name='\xC0\xAF'/>"),
         "line 1, column 61: bytes that aren't text in UTF-8.");
-    row("utf-8-cut", inPort("<net name='\xE4\xBF'/>"),
+    row("utf-8-cut", inAPort("<net name='\xE4\xBF'/>"),
         "line 1, column 61: bytes that aren't text in UTF-8.");
-    row("utf-8-half-a-pair", inPort("<net name='\xED\xA0\x80'/>"),
+    row("utf-8-half-a-pair", inAPort("<net name='\xED\xA0\x80'/>"),
         "line 1, column 61: bytes that aren't text in UTF-8.");
-    row("latin-1-bytes", inPort("<net name='\xE9t\xE9'/>"),
+    row("latin-1-bytes", inAPort("<net name='\xE9t\xE9'/>"),
         "line 1, column 61: bytes that aren't text in UTF-8.");
     row("other-encoding", "<?xml version='1.0' encoding='ISO-8859-1'?>" + document(""),
         "line 1, column 43: the encoding \"ISO-8859-1\" isn't UTF-8.");
