@@ -66,10 +66,11 @@ bool isIncludeName(const QString &path);
 
 /// Reads what \a root says. Relative paths are relative to \a directory, which is absolute.
 /// \return false if \a report has got errors; \a contents then holds what could be read.
-bool readEdam(const YamlNode &root, const QString &directory, EdamContents *contents,
-              EdamReport *report);
+HOST_EXPORT bool readEdam(const YamlNode &root, const QString &directory, EdamContents *contents,
+                          EdamReport *report);
 
 /// The design information map, with the keys of designinfo.h.
-QMap<QString, QVariant> designInfo(const EdamContents &contents, const QString &directory);
+HOST_EXPORT QMap<QString, QVariant> designInfo(const EdamContents &contents,
+                                               const QString &directory);
 
 } // namespace Standin

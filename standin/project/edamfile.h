@@ -50,23 +50,23 @@ QString nameInProject(const QString &path, const QString &directory);
 QString typeOfKind(FileKind kind);
 
 /// Appends an entry for the file \a name, of the type that its suffix says.
-bool appendFile(YamlNode *root, const QString &name);
+HOST_EXPORT bool appendFile(YamlNode *root, const QString &name);
 
 /// Removes the entry at \a position of the files, and its name from the files switched off.
-bool removeFile(YamlNode *root, int position);
+HOST_EXPORT bool removeFile(YamlNode *root, int position);
 
 /// Sets the value under \a key of the file at \a position; a null node removes the key.
 bool setFileValue(YamlNode *root, int position, const QString &key, const YamlNode &value);
 
-bool setTops(YamlNode *root, const QStringList &tops);
+HOST_EXPORT bool setTops(YamlNode *root, const QStringList &tops);
 
 /// Sets the option \a name below `tool_options: workbench:` to a string or a string list. An
 /// invalid value, or an empty list, removes it.
-bool setToolOption(YamlNode *root, const QString &name, const QVariant &value);
+HOST_EXPORT bool setToolOption(YamlNode *root, const QString &name, const QVariant &value);
 
 /// Rewrites the paths in a document that moves from the directory \a from to \a to, so that they
 /// name the same files: the relative ones, or with \a absoluteToo all, each in the form of
 /// nameInProject().
-bool moveEdam(YamlNode *root, const QString &from, const QString &to, bool absoluteToo);
+HOST_EXPORT bool moveEdam(YamlNode *root, const QString &from, const QString &to, bool absoluteToo);
 
 } // namespace Standin
