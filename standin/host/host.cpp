@@ -174,6 +174,8 @@ void Host::setProject(std::unique_ptr<EdamProject> project)
 {
     d->design.setProject(project.get());
     d->project = std::move(project);
+    if (d->project)
+        d->project->watchSources();
 }
 
 EdamProject *Host::project() const

@@ -117,8 +117,8 @@ public:
     /// What the plug-ins have handed to the host.
     ObjectPool &objects();
 
-    /// Opens \a project, which answers the design services from here on; null closes the open one.
-    /// The host owns it.
+    /// Opens \a project, which answers the design services and watches its sources from here on;
+    /// null closes the open one. The host owns it.
     void setProject(std::unique_ptr<EdamProject> project);
 
     /// The open project; null without one.

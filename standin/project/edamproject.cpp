@@ -7,6 +7,7 @@
 #include "host/event.h"
 #include "host/eventbus.h"
 #include "project/edamfile.h"
+#include "project/sourcewatcher.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -20,10 +21,12 @@ struct EdamProject::Private
     EdamContents contents;
     QHash<QString, int> positions; // of each path's first entry
     QString overridingTop;
+    std::unique_ptr<SourceWatcher> watcher;
 
     QString absolute(const QString &name) const;
     int position(const QString &name) const { return positions.value(absolute(name), -1); }
     void index();
+    void refreshWatch();
     bool change(const YamlNode &root, QString *error);
     bool noSuchFile(const QString &name, QString *error) const;
 };
@@ -40,6 +43,18 @@ void EdamProject::Private::index()
         positions.insert(contents.files.at(i).path, i);
 }
 
+void EdamProject::Private::refreshWatch()
+{
+    if (!watcher)
+        return;
+    QStringList paths;
+    for (const EdamFile &source : qAsConst(contents.files)) {
+        if (source.kind != OtherKind)
+            paths.append(source.path);
+    }
+    watcher->setFiles(paths);
+}
+
 // Writes the changed document and takes it over, or leaves everything as it was.
 bool EdamProject::Private::change(const YamlNode &root, QString *error)
 {
@@ -54,6 +69,7 @@ bool EdamProject::Private::change(const YamlNode &root, QString *error)
 
     contents = changed;
     index();
+    refreshWatch();
     return true;
 }
 
@@ -197,6 +213,17 @@ QMap<QString, QVariant> EdamProject::designInfo() const
     if (!d->overridingTop.isEmpty())
         used.tops = QStringList(d->overridingTop);
     return Standin::designInfo(used, d->file.directory);
+}
+
+void EdamProject::watchSources()
+{
+    if (d->watcher)
+        return;
+    d->watcher = std::make_unique<SourceWatcher>();
+    QObject::connect(d->watcher.get(), &SourceWatcher::modified, [](const QString &path) {
+        send("TE.File.Modified", {{"file", path}});
+    });
+    d->refreshWatch();
 }
 
 bool EdamProject::addFile(const QString &path)
@@ -393,6 +420,7 @@ bool EdamProject::saveAs(const QString &path, QString *error)
     d->file = moved;
     d->contents = contents;
     d->index();
+    d->refreshWatch();
     return true;
 }
 

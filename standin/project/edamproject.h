@@ -82,6 +82,11 @@ public:
     /// The design information map, with the keys of designinfo.h.
     QMap<QString, QVariant> designInfo() const;
 
+    /// Watches the RTL files of the project from here on, as far as the event loop runs:
+    /// "TE.File.Modified" is sent for each change of a file's content, and when a file goes or
+    /// comes back.
+    void watchSources();
+
     /// \copydoc Core::IProject::addFile()
     /// The kind is that of the suffix. "TE.File.Add" follows.
     bool addFile(const QString &path) override;
