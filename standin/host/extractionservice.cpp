@@ -3,6 +3,7 @@
 
 // The net extraction service that plug-ins call: the script's answer, or else the real extraction.
 
+#include "frontend/extraction.h"
 #include "host/calllog.h"
 #include "host/host.h"
 #include "host/scriptedextraction.h"
@@ -11,10 +12,15 @@
 
 namespace FATHOM {
 
+// Plug-ins name no parent for the progress dialog; it belongs in front of the window all the same.
+static QWidget *dialogParent(Standin::Host *host, QWidget *parent)
+{
+    return parent ? parent : host->mainWindow();
+}
+
 static void readModules(QStringList &topModules, QStringList &modules, QStringList &messages,
                         QMap<QString, QVariant> &info, QWidget *parent)
 {
-    Q_UNUSED(parent)
     Standin::record("catchRtlModules top=" + info.value("Top").toString());
     if (Standin::isRefused("catchRtlModules")) {
         messages.append("ERROR: The net extraction service refused the call.");
@@ -22,14 +28,18 @@ static void readModules(QStringList &topModules, QStringList &modules, QStringLi
     }
 
     Standin::Host *host = Standin::Host::instance();
-    if (host && host->extraction().answerModules(topModules, modules, messages))
+    if (!host) {
+        messages.append("ERROR: There is no host.");
         return;
-    messages.append("ERROR: No front end can read the design.");
+    }
+    if (host->extraction().answerModules(topModules, modules, messages))
+        return;
+    host->realExtraction().catchModules(topModules, modules, messages, info,
+                                        dialogParent(host, parent));
 }
 
 static void readNets(RtlNetlist **netlist, QStringList &log, QWidget *parent)
 {
-    Q_UNUSED(parent)
     Standin::record("catchRtlNetsWithProgressDialog");
     if (Standin::isRefused("catchRtlNetsWithProgressDialog")) {
         *netlist = nullptr;
@@ -37,9 +47,8 @@ static void readNets(RtlNetlist **netlist, QStringList &log, QWidget *parent)
     }
 
     Standin::Host *host = Standin::Host::instance();
-    if (host && host->extraction().answerNetlist(netlist, log))
-        return;
-    log.append("ERROR: No front end can read the design.");
+    if (host && !host->extraction().answerNetlist(netlist, log))
+        host->realExtraction().catchNets(netlist, log, dialogParent(host, parent));
 }
 
 static void report(const QStringList &log)

@@ -3,6 +3,7 @@
 
 #include "host/host.h"
 
+#include "frontend/extraction.h"
 #include "host/actionservice.h"
 #include "host/calllog.h"
 #include "host/viewservice.h"
@@ -39,6 +40,7 @@ struct Host::Private
     ActionService actions{&views};
     Design design;
     ScriptedExtraction extraction;
+    std::unique_ptr<Extraction> realExtraction;
     std::function<void(const QStringList &)> designLogHandler;
     std::unique_ptr<EdamProject> project;
     PluginManager plugins;
@@ -123,6 +125,11 @@ void Host::setMainWindow(QWidget *window)
     d->views.mainWindow = window;
 }
 
+QWidget *Host::mainWindow() const
+{
+    return d->views.mainWindow;
+}
+
 QAction *Host::activeAction(const QString &id) const
 {
     return d->actions.activeAction(id);
@@ -141,6 +148,13 @@ ScriptedExtraction &Host::extraction()
 Design &Host::design()
 {
     return d->design;
+}
+
+Extraction &Host::realExtraction()
+{
+    if (!d->realExtraction)
+        d->realExtraction = std::make_unique<Extraction>();
+    return *d->realExtraction;
 }
 
 void Host::setDesignLogHandler(const std::function<void(const QStringList &log)> &handler)

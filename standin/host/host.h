@@ -29,6 +29,7 @@ class IProject;
 namespace Standin {
 
 class EdamProject;
+class Extraction;
 
 /// An open host: all services that plug-ins ask for, brought up by constructing it and taken down
 /// by destroying it. There is at most one at a time; it needs a QApplication.
@@ -84,6 +85,9 @@ public:
     /// area.
     void setMainWindow(QWidget *window);
 
+    /// What setMainWindow() was given; null if that has been destroyed.
+    QWidget *mainWindow() const;
+
     /// The action that \a id, such as "Core.Action.Save", stands for now: the one registered in the
     /// innermost active context. Active are the contexts of the focused widget and of its parents,
     /// then those of the active view and of its parents. Null if there is none.
@@ -96,6 +100,10 @@ public:
 
     /// Answers of the net extraction.
     ScriptedExtraction &extraction();
+
+    /// The net extraction that answers what isn't scripted, with the options that it has by
+    /// default. It is made on the first call.
+    Extraction &realExtraction();
 
     /// Calls \a handler, until another one or null is set, with the log of each call of the net
     /// extraction, while that call still runs. An empty log of the nets isn't worth a call.
