@@ -1,0 +1,87 @@
+// SPDX-FileCopyrightText: The project's authors
+// SPDX-License-Identifier: MIT
+
+#include "dialogscript.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QEvent>
+#include <QMessageBox>
+#include <QPointer>
+#include <QProgressDialog>
+#include <QTest>
+
+DialogScript::DialogScript(const std::function<void(const QString &)> &onSurprise)
+    : surprise(onSurprise)
+{
+    qApp->installEventFilter(this);
+}
+
+DialogScript::~DialogScript()
+{
+    qApp->removeEventFilter(this);
+}
+
+void DialogScript::expect(const QString &name, const Answer &answer)
+{
+    steps.append({name, answer});
+}
+
+QString DialogScript::missing() const
+{
+    return steps.isEmpty() ? QString() : steps.first().name;
+}
+
+bool DialogScript::eventFilter(QObject *watched, QEvent *event)
+{
+    auto *window = qobject_cast<QWidget *>(watched);
+    const bool counts = event->type() == QEvent::Show && window && window->isWindow()
+        && window->isModal() && !qobject_cast<QProgressDialog *>(window);
+    if (counts) {
+        const QPointer<QWidget> guarded = window;
+        QMetaObject::invokeMethod(
+            this,
+            [this, guarded] {
+                if (guarded && guarded->isVisible())
+                    meet(guarded);
+            },
+            Qt::QueuedConnection);
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+static QString describe(const QWidget *window)
+{
+    const auto *box = qobject_cast<const QMessageBox *>(window);
+    return QLatin1String(window->metaObject()->className()) + " \"" + window->windowTitle() + "\""
+        + (box ? ": " + box->text() : QString());
+}
+
+// A window that stays open would hold up the session for ever.
+void DialogScript::dismiss(QWidget *window, const QString &why)
+{
+    surprise(why + describe(window));
+    if (auto *dialog = qobject_cast<QDialog *>(window))
+        dialog->reject();
+    else
+        window->close();
+}
+
+void DialogScript::meet(QWidget *window)
+{
+    const bool known = !steps.isEmpty()
+        && (window->objectName() == steps.first().name
+            || window->inherits(steps.first().name.toLatin1().constData()));
+    if (!known) {
+        dismiss(window, "unexpected window: ");
+        return;
+    }
+
+    const QPointer<QWidget> guarded = window;
+    const Step step = steps.takeFirst();
+    if (!QTest::qWaitForWindowActive(window))
+        surprise("the window doesn't become active: " + describe(window));
+    step.answer(window);
+    if (guarded && guarded->isVisible())
+        dismiss(guarded, "still open: ");
+}
