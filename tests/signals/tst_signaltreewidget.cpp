@@ -104,7 +104,6 @@ void TestSignalTreeWidget::onlyTheLeftButtonSelects()
     for (Qt::MouseButton button : {Qt::RightButton, Qt::MiddleButton}) {
         QMouseEvent press(QEvent::MouseButtonPress, place, button, button, Qt::NoModifier);
         QApplication::sendEvent(tree.viewport(), &press);
-        QVERIFY(!press.isAccepted());
         QVERIFY(tree.selectedItems().isEmpty());
     }
     QTest::mouseClick(tree.viewport(), Qt::LeftButton, Qt::NoModifier, place);
