@@ -8,18 +8,28 @@
 #include "host/host.h"
 #include "host/scriptedextraction.h"
 
+#include "core/viewmanager.h"
 #include "fathom/extraction.h"
 
 namespace FATHOM {
 
-// Plug-ins name no parent for the progress dialog; it belongs in front of the window all the same.
-static QWidget *dialogParent(Standin::Host *host, QWidget *parent)
+// Without a host there is no script, and the real extraction serves all the same.
+static Standin::Extraction *realExtraction()
 {
-    return parent ? parent : host->mainWindow();
+    if (Standin::Host *host = Standin::Host::instance())
+        return &host->realExtraction();
+    static Standin::Extraction nobodys;
+    return &nobodys;
+}
+
+// A progress dialog belongs to a window, whether or not the caller has one at hand.
+static QWidget *dialogParent(QWidget *parent)
+{
+    return parent ? parent : Core::ViewManager::dialogParent();
 }
 
 static void readModules(QStringList &topModules, QStringList &modules, QStringList &messages,
-                        QMap<QString, QVariant> &info, QWidget *parent)
+                        const QMap<QString, QVariant> &info, QWidget *parent)
 {
     Standin::record("catchRtlModules top=" + info.value("Top").toString());
     if (Standin::isRefused("catchRtlModules")) {
@@ -28,14 +38,9 @@ static void readModules(QStringList &topModules, QStringList &modules, QStringLi
     }
 
     Standin::Host *host = Standin::Host::instance();
-    if (!host) {
-        messages.append("ERROR: There is no host.");
+    if (host && host->extraction().answerModules(topModules, modules, messages))
         return;
-    }
-    if (host->extraction().answerModules(topModules, modules, messages))
-        return;
-    host->realExtraction().catchModules(topModules, modules, messages, info,
-                                        dialogParent(host, parent));
+    realExtraction()->catchModules(topModules, modules, messages, info, dialogParent(parent));
 }
 
 static void readNets(RtlNetlist **netlist, QStringList &log, QWidget *parent)
@@ -47,8 +52,9 @@ static void readNets(RtlNetlist **netlist, QStringList &log, QWidget *parent)
     }
 
     Standin::Host *host = Standin::Host::instance();
-    if (host && !host->extraction().answerNetlist(netlist, log))
-        host->realExtraction().catchNets(netlist, log, dialogParent(host, parent));
+    if (host && host->extraction().answerNetlist(netlist, log))
+        return;
+    realExtraction()->catchNets(netlist, log, dialogParent(parent));
 }
 
 static void report(const QStringList &log)

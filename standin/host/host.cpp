@@ -157,6 +157,11 @@ Extraction &Host::realExtraction()
     return *d->realExtraction;
 }
 
+void Host::setExtractionOptions(const ExtractionOptions &options)
+{
+    d->realExtraction = std::make_unique<Extraction>(options);
+}
+
 void Host::setDesignLogHandler(const std::function<void(const QStringList &log)> &handler)
 {
     d->designLogHandler = handler;

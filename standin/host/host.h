@@ -30,6 +30,7 @@ namespace Standin {
 
 class EdamProject;
 class Extraction;
+struct ExtractionOptions;
 
 /// An open host: all services that plug-ins ask for, brought up by constructing it and taken down
 /// by destroying it. There is at most one at a time; it needs a QApplication.
@@ -101,9 +102,12 @@ public:
     /// Answers of the net extraction.
     ScriptedExtraction &extraction();
 
-    /// The net extraction that answers what isn't scripted, with the options that it has by
-    /// default. It is made on the first call.
+    /// The net extraction that answers what isn't scripted. It is made on the first call, with the
+    /// options that it has by default.
     Extraction &realExtraction();
+
+    /// Replaces realExtraction() by one that runs with \a options.
+    void setExtractionOptions(const ExtractionOptions &options);
 
     /// Calls \a handler, until another one or null is set, with the log of each call of the net
     /// extraction, while that call still runs. An empty log of the nets isn't worth a call.

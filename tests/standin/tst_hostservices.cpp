@@ -3,13 +3,16 @@
 
 #include "testwidgetsmain.h"
 
+#include "frontend/extraction.h"
 #include "host/host.h"
+#include "project/edamproject.h"
 
 #include "core/ifilewizardfactory.h"
 #include "core/iproject.h"
 #include "core/projectmanager.h"
 #include "dev/devicearg.h"
 #include "fathom/extraction.h"
+#include "fathom/hierachy.h"
 #include "fathom/rtlnetlist.h"
 #include "qutil/eventmanager.h"
 #include "qutil/ieventhandler.h"
@@ -17,6 +20,8 @@
 #include "te/flowmanager.h"
 #include "te/taskengine.h"
 
+#include <QFile>
+#include <QTemporaryDir>
 #include <QTimer>
 
 #include <memory>
@@ -53,6 +58,8 @@ private slots:
     void refusedNetlistIsNull();
     void scriptedNullNetlistIsDelivered();
     void callsOfTheExtractionAreRecorded();
+    void unscriptedDesignIsExtractedForReal();
+    void realExtractionWithoutADesignStillDelivers();
 
 private:
     std::unique_ptr<Host> host;
@@ -413,6 +420,49 @@ void TestHostServices::callsOfTheExtractionAreRecorded()
     QCOMPARE(host->calls(),
              QStringList({"catchRtlModules top=soc",
                           "catchRtlModules top=", "catchRtlNetsWithProgressDialog"}));
+}
+
+static Standin::ExtractionOptions optionsIn(const QTemporaryDir &directory)
+{
+    Standin::ExtractionOptions options;
+    options.cacheDirectory = directory.filePath("cache");
+    return options;
+}
+
+void TestHostServices::unscriptedDesignIsExtractedForReal()
+{
+    QTemporaryDir directory;
+    QFile file(directory.filePath("soc.v"));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("module leaf(input a, output b);\nassign b = a;\nendmodule\n"
+               "module soc(input a, output b);\nwire w;\nleaf u0(.a(a), .b(w));\n"
+               "assign b = w;\nendmodule\n");
+    file.close();
+    host->setExtractionOptions(optionsIn(directory));
+    host->setProject(Standin::EdamProject::adHoc({file.fileName()}, "soc"));
+
+    QMap<QString, QVariant> info = TE::TaskEngine::instance()->designManager()->getSourceFileInfo();
+    Answer answer;
+    FATHOM::catchRtlModules(answer.topModules, answer.modules, answer.messages, info, nullptr);
+    const std::unique_ptr<FATHOM::RtlNetlist> netlist(askNetlist());
+
+    QCOMPARE(answer.messages.filter("ERROR"), QStringList());
+    QCOMPARE(answer.topModules, QStringList("soc"));
+    answer.modules.sort();
+    QCOMPARE(answer.modules, QStringList({"leaf", "soc"}));
+    QVERIFY(netlist);
+    QCOMPARE(netlist->top->name(), QString("soc"));
+    QVERIFY(netlist->findNet("soc/u0/a"));
+}
+
+void TestHostServices::realExtractionWithoutADesignStillDelivers()
+{
+    host.reset();
+
+    const std::unique_ptr<FATHOM::RtlNetlist> netlist(askNetlist());
+
+    QVERIFY(netlist);
+    QVERIFY(netlist->top);
 }
 
 MOLK_TEST_MAIN(TestHostServices)
