@@ -12,6 +12,7 @@ namespace Standin {
 
 void DesignGraph::add(const ScannedModule &module)
 {
+    places.append({module.name, module.begin, module.end});
     const auto known = index.constFind(module.name);
     if (known != index.constEnd()) {
         modules[known.value()].instances += module.instances;

@@ -65,6 +65,15 @@ public:
     /// All of them, in order of declaration.
     const QVector<ScannedModule> &all() const { return modules; }
 
+    /// Where a module stands in the text, one entry each time that it is declared.
+    struct Place
+    {
+        QByteArray name;
+        quint32 begin;
+        quint32 end;
+    };
+    const QVector<Place> &declarations() const { return places; }
+
     /// The module that \a name means; null if there is none. Valid until the next add().
     const ScannedModule *find(const QByteArray &name) const;
 
@@ -85,6 +94,7 @@ private:
     int indexOf(const QByteArray &name) const;
 
     QVector<ScannedModule> modules;
+    QVector<Place> places;
     QHash<QByteArray, int> index;
     QHash<QByteArray, int> vhdlIndex; ///< By lower-case name.
 };

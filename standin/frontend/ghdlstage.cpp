@@ -153,7 +153,8 @@ QByteArray withoutBlackBoxes(const QByteArray &text, const DesignGraph &graph,
 {
     static const QRegularExpression shape("\\)\\s*;\\s*endmodule\\z");
     QByteArray result = text;
-    for (const ScannedModule &module : graph.all()) {
+    // The same black box comes once for each set of generics.
+    for (const DesignGraph::Place &module : graph.declarations()) {
         if (entities.find(module.name))
             continue;
         const int length = int(module.end - module.begin);
