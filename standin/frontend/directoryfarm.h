@@ -59,7 +59,7 @@ private:
 
     QTemporaryDir directory;
     QHash<QString, QString> sources;           ///< Private name to real path.
-    QHash<QString, QString> copies; ///< Name of the copy to real path.
+    QHash<QString, QString> copies;            ///< Name of the copy to real path.
     QHash<QString, QString> links;             ///< Private name of a directory to its real path.
     QHash<QString, QString> sourceDirectories; ///< Real path to private name.
     QStringList includeDirectories;

@@ -4,6 +4,7 @@
 #include "frontend/frontend.h"
 
 #include "frontend/verilatorfrontend.h"
+#include "frontend/yosysfrontend.h"
 
 namespace Standin {
 
@@ -14,6 +15,7 @@ const std::vector<std::unique_ptr<FrontEnd>> &frontEnds()
 {
     static const std::vector<std::unique_ptr<FrontEnd>> all = [] {
         std::vector<std::unique_ptr<FrontEnd>> list;
+        list.push_back(std::make_unique<YosysFrontEnd>());
         list.push_back(std::make_unique<VerilatorFrontEnd>());
         return list;
     }();
