@@ -1,0 +1,2 @@
+`define CRC_POLY 32'h04C11DB7
+`define LANES 2

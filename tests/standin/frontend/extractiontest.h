@@ -1,0 +1,120 @@
+// SPDX-FileCopyrightText: The project's authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "designinfo.h"
+#include "fathom/hierachy.h"
+#include "fathom/rtlnet.h"
+#include "fathom/rtlnetbus.h"
+#include "fathom/rtlnetlist.h"
+#include "frontend/extraction.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+#include <memory>
+
+/// What one call of catchModules() said.
+struct ModulesAnswer
+{
+    QStringList topModules;
+    QStringList modules;
+    QStringList messages;
+
+    QStringList errors() const { return messages.filter(QRegExp("^ERROR")); }
+};
+
+/// Describes a design and has it read, with a cache of its own.
+class ExtractionTest
+{
+public:
+    explicit ExtractionTest(const Standin::ExtractionOptions &wanted = Standin::ExtractionOptions())
+        : options(wanted)
+    {
+        options.cacheDirectory = directory.filePath("cache");
+        restart();
+    }
+
+    /// Goes on with a new extraction, as another process would.
+    void restart() { extraction = std::make_unique<Standin::Extraction>(options); }
+
+    static QString data(const QString &name) { return QString(MOLK_TESTS_DIR "/data/rtl/") + name; }
+
+    QString path(const QString &name) const { return directory.filePath(name); }
+
+    /// Writes a file of the test's own. \return its path.
+    QString write(const QString &name, const QByteArray &text) const
+    {
+        QDir().mkpath(QFileInfo(path(name)).path());
+        QFile file(path(name));
+        if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
+            return QString();
+        return path(name);
+    }
+
+    void add(const QString &file, const QVariantMap &more = QVariantMap())
+    {
+        QVariantMap entry = more;
+        entry.insert(Standin::DesignInfo::Path, file);
+        files.append(entry);
+    }
+
+    void addData(const QStringList &names)
+    {
+        for (const QString &name : names)
+            add(data(name));
+    }
+
+    ModulesAnswer modules(const QString &top = QString())
+    {
+        info.insert(Standin::DesignInfo::Files, files);
+        info.insert(Standin::DesignInfo::Top, top);
+        ModulesAnswer answer;
+        extraction->catchModules(answer.topModules, answer.modules, answer.messages, info, nullptr);
+        return answer;
+    }
+
+    std::unique_ptr<FATHOM::RtlNetlist> netlist(QStringList *log = nullptr)
+    {
+        FATHOM::RtlNetlist *delivered = nullptr;
+        QStringList ignored;
+        extraction->catchNets(&delivered, log ? *log : ignored, nullptr);
+        return std::unique_ptr<FATHOM::RtlNetlist>(delivered);
+    }
+
+    QTemporaryDir directory;
+    Standin::ExtractionOptions options;
+    QMap<QString, QVariant> info;
+    QVariantList files;
+    std::unique_ptr<Standin::Extraction> extraction;
+};
+
+/// The levels of a netlist, one line each: path, blank, module.
+inline void levelLines(const FATHOM::Hierachy *level, const QString &above, QStringList *lines)
+{
+    const QString path = above.isEmpty() ? level->name() : above + '/' + level->name();
+    lines->append(path + ' ' + level->module());
+    for (const FATHOM::Hierachy *child : level->children())
+        levelLines(child, path, lines);
+}
+
+inline QStringList levelLines(const FATHOM::RtlNetlist &netlist)
+{
+    QStringList lines;
+    levelLines(netlist.top, QString(), &lines);
+    return lines;
+}
+
+/// Full path names of all nets, then of all buses.
+inline QStringList netLines(const FATHOM::RtlNetlist &netlist)
+{
+    QStringList lines;
+    for (const FATHOM::RtlNet *net : netlist.top->singleNetsIncludeSub())
+        lines.append(net->fullPathName());
+    for (const FATHOM::RtlNetBus *bus : netlist.top->netbusesIncludeSub())
+        lines.append(bus->fullBusName());
+    return lines;
+}
