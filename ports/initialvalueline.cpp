@@ -31,8 +31,7 @@ InitialValueLine::InitialValueLine(int number, ProbePortsOptionWidget *page, QWi
 
 InitialValueLine::~InitialValueLine()
 {
-    qDeleteAll(labels);
-    labels.clear();
+    deleteLabels();
 }
 
 bool InitialValueLine::event(QEvent *event)
@@ -74,6 +73,12 @@ QString InitialValueLine::bitString() const
     for (const QLabel *label : labels)
         bits += label->text();
     return bits;
+}
+
+void InitialValueLine::deleteLabels()
+{
+    qDeleteAll(labels);
+    labels.clear();
 }
 
 void InitialValueLine::updateInputMask()

@@ -3,15 +3,41 @@
 
 #include "portrows.h"
 
+#include "bitlabel.h"
 #include "initialvalue.h"
 #include "initialvalueline.h"
 #include "signaldisplay.h"
 #include "signalitem.h"
+#include "valuetree.h"
 
 #include <QLabel>
-#include <QTreeWidget>
 
 namespace MOLK {
+
+static QList<QTreeWidgetItem *> signalRows(const QList<SignalItem> &items, BitRows bits)
+{
+    QList<QTreeWidgetItem *> rows;
+    rows.reserve(items.size());
+    for (const SignalItem &item : items)
+        rows.append(makeSignalRow(item, SignalRowType, bits));
+    return rows;
+}
+
+static QLabel *makeLabel(const QTreeWidget *tree, const QString &bits)
+{
+    // A label that waits for being placed would never be shown by another tree.
+    auto *label = dynamic_cast<const ValueTree *>(tree) ? new BitLabel(bits) : new QLabel(bits);
+
+    // It wants to be a pixel higher than a row of text, but the rows of both Probe Out trees have
+    // to be of one height.
+    label->setFixedHeight(20);
+    return label;
+}
+
+int signalWidth(const SignalItem &item)
+{
+    return qMax(1, item.members.size());
+}
 
 void addProbeInSignalRow(QTreeWidgetItem *parent, const SignalItem &item, int type)
 {
@@ -21,11 +47,7 @@ void addProbeInSignalRow(QTreeWidgetItem *parent, const SignalItem &item, int ty
 
 QList<QTreeWidgetItem *> probeInSignalRows(const QList<SignalItem> &items)
 {
-    QList<QTreeWidgetItem *> rows;
-    rows.reserve(items.size());
-    for (const SignalItem &item : items)
-        rows.append(makeSignalRow(item, SignalRowType, BitRows::Plain));
-    return rows;
+    return signalRows(items, BitRows::Plain);
 }
 
 void addProbeOutSignalRow(QTreeWidgetItem *parent, const SignalItem &item, int type)
@@ -34,28 +56,37 @@ void addProbeOutSignalRow(QTreeWidgetItem *parent, const SignalItem &item, int t
         parent->addChild(makeSignalRow(item, type, BitRows::None));
 }
 
+QList<QTreeWidgetItem *> probeOutSignalRows(const QList<SignalItem> &items)
+{
+    return signalRows(items, BitRows::None);
+}
+
 void addValueRow(QTreeWidget *tree, QTreeWidgetItem *parent, const SignalItem &item, QString &bits,
                  InitialValueLine *line, int type)
+{
+    addValueRows(tree, parent, {item}, bits, line, type);
+}
+
+void addValueRows(QTreeWidget *tree, QTreeWidgetItem *parent, const QList<SignalItem> &items,
+                  QString &bits, InitialValueLine *line, int type)
 {
     if (!parent)
         return;
 
-    auto *row = new QTreeWidgetItem(parent, type);
+    QList<QTreeWidgetItem *> rows;
+    rows.reserve(items.size());
+    for (int i = 0; i < items.size(); ++i)
+        rows.append(new QTreeWidgetItem(type));
+    parent->addChildren(rows);
+
     int position = 0;
-    auto *label = new QLabel(takeBits(bits, position, signalWidth(item)), tree);
+    for (int i = 0; i < items.size(); ++i) {
+        QLabel *label = makeLabel(tree, takeBits(bits, position, signalWidth(items.at(i))));
+        if (line)
+            line->labels.append(label);
+        tree->setItemWidget(rows.at(i), 0, label);
+    }
     bits.remove(0, position);
-
-    // A label wants to be a pixel higher than a row of text; the rows of both trees have to be of
-    // one height.
-    label->setFixedHeight(20);
-    if (line)
-        line->labels.append(label);
-    tree->setItemWidget(row, 0, label);
-}
-
-int signalWidth(const SignalItem &item)
-{
-    return qMax(1, item.members.size());
 }
 
 } // namespace MOLK

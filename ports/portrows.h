@@ -38,6 +38,9 @@ QList<QTreeWidgetItem *> probeInSignalRows(const QList<SignalItem> &items);
 /// \param type item type of the row.
 void addProbeOutSignalRow(QTreeWidgetItem *parent, const SignalItem &item, int type);
 
+/// The rows that addProbeOutSignalRow() appends for all signals of a port, as probeInSignalRows().
+QList<QTreeWidgetItem *> probeOutSignalRows(const QList<SignalItem> &items);
+
 /// Appends the row of one signal's part of an initial value below \a parent: a row without text,
 /// with a label for item widget.
 ///
@@ -51,5 +54,9 @@ void addProbeOutSignalRow(QTreeWidgetItem *parent, const SignalItem &item, int t
 /// \param type item type of the row.
 void addValueRow(QTreeWidget *tree, QTreeWidgetItem *parent, const SignalItem &item, QString &bits,
                  InitialValueLine *line, int type);
+
+/// As addValueRow() for each of \a items in order, but the rows are inserted in one go.
+void addValueRows(QTreeWidget *tree, QTreeWidgetItem *parent, const QList<SignalItem> &items,
+                  QString &bits, InitialValueLine *line, int type);
 
 } // namespace MOLK

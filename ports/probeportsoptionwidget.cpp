@@ -51,6 +51,12 @@ ProbePortsOptionWidget::ProbePortsOptionWidget(MolkCore *shownCore, FATHOM::RtlN
 ProbePortsOptionWidget::~ProbePortsOptionWidget()
 {
     QUtil::EventManager::instance()->unsubscribeAll(this);
+
+    // A child is found fastest when it is the oldest; the lines would take their labels in the
+    // order of the ports, but only after half of the page is gone.
+    for (int i = 0; i < ui->treeValue->topLevelItemCount(); ++i)
+        if (InitialValueLine *line = valueLine(i))
+            line->deleteLabels();
     delete ui;
 }
 
@@ -136,6 +142,10 @@ void ProbePortsOptionWidget::setUpTrees()
     connect(ui->treeValue, SIGNAL(itemExpanded(QTreeWidgetItem *)), this,
             SLOT(onValueTreeExpanded(QTreeWidgetItem *)));
     ui->treeValue->setStyleSheet(sheet);
+
+    // All rows are 20 pixels high, so that none has to be measured but the first.
+    ui->treeProbeIn->setUniformRowHeights(true);
+    ui->treeProbeOut->setUniformRowHeights(true);
 
     // A double click opens the port's dialog, and the port is unfolded when that was accepted. The
     // view would fold it again right after.

@@ -110,7 +110,8 @@ private:
     void appendProbeInRow(int number);
     InitialValueLine *appendProbeOutRows(int number);
     void removeProbeOutRows(int index);
-    void refreshProbeOut(int index);
+    void removeSignalRows(int index);
+    void addSignalRows(int index);
     void warn(const QString &text);
 
     Ui::ProbePortsOptionWidget *ui;

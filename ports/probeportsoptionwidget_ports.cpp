@@ -122,9 +122,11 @@ void ProbePortsOptionWidget::removeProbeOutRows(int index)
     ui->treeProbeOut->setItemWidget(portRow, 0, nullptr);
     delete portRow;
 
-    // The line goes first: it is deleted ahead of its labels then, and takes them along.
+    // The order is line, labels, rows. The line is deleted ahead of its labels then and takes them
+    // along; and no label may be left on a row that goes, or the tree would keep it on record.
     QTreeWidgetItem *valueRow = ui->treeValue->topLevelItem(index);
     ui->treeValue->setItemWidget(valueRow, 0, nullptr);
+    ui->treeValue->releaseLabels(valueRow);
     qDeleteAll(valueRow->takeChildren());
     delete valueRow;
 }

@@ -33,32 +33,43 @@ void ProbePortsOptionWidget::refreshProbeOutSignals()
 {
     // A line that is disabled under the focus commits, maybe with a message. So this comes ahead of
     // any change to rows, while all labels are in place; its value doesn't count any more.
-    for (int i = 0; i < ui->treeProbeOut->topLevelItemCount(); ++i)
+    const int count = ui->treeProbeOut->topLevelItemCount();
+    for (int i = 0; i < count; ++i)
         valueLine(i)->setEnabled(core->getProbeOut(i)->width() != 0);
 
-    for (int i = 0; i < ui->treeProbeOut->topLevelItemCount(); ++i)
-        refreshProbeOut(i);
+    // All labels go ahead of the first row: what a removal costs grows with the widgets in the
+    // tree.
+    const ValueTree::Batch batch(ui->treeValue);
+    for (int i = 0; i < count; ++i)
+        ui->treeValue->releaseLabels(ui->treeValue->topLevelItem(i));
+    for (int i = 0; i < count; ++i)
+        removeSignalRows(i);
+    for (int i = 0; i < count; ++i)
+        addSignalRows(i);
 }
 
-void ProbePortsOptionWidget::refreshProbeOut(int index)
+void ProbePortsOptionWidget::removeSignalRows(int index)
+{
+    qDeleteAll(ui->treeProbeOut->topLevelItem(index)->takeChildren());
+    qDeleteAll(ui->treeValue->topLevelItem(index)->takeChildren());
+}
+
+void ProbePortsOptionWidget::addSignalRows(int index)
 {
     const ProbeOut *port = core->getProbeOut(index);
-    QTreeWidgetItem *portRow = ui->treeProbeOut->topLevelItem(index);
-    QTreeWidgetItem *valueRow = ui->treeValue->topLevelItem(index);
+    const QList<SignalItem> items = port->getSignalNet();
     InitialValueLine *line = valueLine(index);
 
+    // The labels have left the tree but are still there, and are read for the last time.
     QString bits = keptBits(line, port->width());
-    qDeleteAll(portRow->takeChildren());
-    qDeleteAll(valueRow->takeChildren());
     line->labels.clear();
 
     // The text comes ahead of the mask for its length: what the old mask has no room for is lost
     // from the line, and stands in the labels alone.
     line->setText("0x" + (bits.isEmpty() ? "0" : stringBintoHex(bits)));
-    for (const SignalItem &item : port->getSignalNet()) {
-        addProbeOutSignalRow(portRow, item, SignalRowType);
-        addValueRow(ui->treeValue, valueRow, item, bits, line, SignalRowType);
-    }
+    ui->treeProbeOut->topLevelItem(index)->addChildren(probeOutSignalRows(items));
+    addValueRows(ui->treeValue, ui->treeValue->topLevelItem(index), items, bits, line,
+                 SignalRowType);
     line->updateInputMask();
 }
 

@@ -1,0 +1,62 @@
+// SPDX-FileCopyrightText: The project's authors
+// SPDX-License-Identifier: MIT
+
+#include "bitlabel.h"
+
+#include <QAccessible>
+#include <QCoreApplication>
+#include <QEvent>
+
+namespace MOLK {
+
+BitLabel::BitLabel(const QString &bits)
+    : QLabel(bits)
+{
+    if (QAccessible::isActive())
+        return;
+
+    // Setting a text caches an interface that nobody asks for. It is made again when one does.
+    if (QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(this))
+        QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(interface));
+}
+
+void BitLabel::prepare()
+{
+    if (prepared)
+        return;
+    prepared = true;
+
+    // The event itself and not ensurePolished(): that was called before, when it had no effect, and
+    // would think that all is done.
+    QEvent polish(QEvent::Polish);
+    QCoreApplication::sendEvent(this, &polish);
+}
+
+bool BitLabel::event(QEvent *event)
+{
+    if (!prepared) {
+        switch (event->type()) {
+        case QEvent::ParentChange:
+        case QEvent::StyleChange:
+        case QEvent::Polish:
+        case QEvent::PolishRequest:
+            return true;
+        default:
+            break;
+        }
+    }
+    return QLabel::event(event);
+}
+
+void BitLabel::setVisible(bool visible)
+{
+    if (visible && !prepared) {
+        // Without these a window that is shown later would show all labels that lie in it.
+        setAttribute(Qt::WA_WState_Hidden);
+        setAttribute(Qt::WA_WState_ExplicitShowHide);
+        return;
+    }
+    QLabel::setVisible(visible);
+}
+
+} // namespace MOLK
