@@ -4,11 +4,65 @@
 #include "appearance.h"
 
 #include <QApplication>
+#include <QPainter>
 #include <QPalette>
-#include <QStyleFactory>
+#include <QProxyStyle>
+#include <QStyleOption>
 #include <QToolTip>
 
 namespace Workbench {
+
+namespace {
+
+class WorkbenchStyle : public QProxyStyle
+{
+public:
+    using QProxyStyle::QProxyStyle;
+
+    void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
+                       const QWidget *widget) const override
+    {
+        if (element == PE_IndicatorTabClose)
+            drawTabClose(option, painter);
+        else
+            QProxyStyle::drawPrimitive(element, option, painter, widget);
+    }
+
+private:
+    static void drawTabClose(const QStyleOption *option, QPainter *painter);
+};
+
+// A cross, on a disc while the mouse is over it.
+void WorkbenchStyle::drawTabClose(const QStyleOption *option, QPainter *painter)
+{
+    const bool isHot = option->state & State_MouseOver;
+    const QPalette &palette = option->palette;
+    const qreal side = qMin(option->rect.width(), option->rect.height());
+    QRectF square(0, 0, side, side);
+    square.moveCenter(QRectF(option->rect).center());
+
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    if (isHot) {
+        painter->setPen(Qt::NoPen);
+        painter->setBrush(palette.color(QPalette::Highlight));
+        painter->drawEllipse(square.adjusted(1, 1, -1, -1));
+    }
+    const QPalette::ColorRole role = isHot ? QPalette::HighlightedText : QPalette::WindowText;
+    painter->setPen(QPen(palette.color(role), side / 10, Qt::SolidLine, Qt::RoundCap));
+    const qreal margin = side * 0.32;
+    const QRectF cross = square.adjusted(margin, margin, -margin, -margin);
+    painter->drawLine(cross.topLeft(), cross.bottomRight());
+    painter->drawLine(cross.topRight(), cross.bottomLeft());
+    painter->restore();
+}
+
+} // namespace
+
+void initStyle()
+{
+    QApplication::setStyle(new WorkbenchStyle);
+}
 
 void useDarkColours()
 {
@@ -38,7 +92,7 @@ void useDarkColours()
     palette.setColor(QPalette::Disabled, QPalette::Base, window);
     palette.setColor(QPalette::Disabled, QPalette::Highlight, QColor(0x4a, 0x4d, 0x52));
 
-    QApplication::setStyle(QStyleFactory::create("Fusion"));
+    QApplication::setStyle(new WorkbenchStyle("Fusion"));
     QApplication::setPalette(palette);
     QToolTip::setPalette(palette);
 }

@@ -61,6 +61,7 @@ int main(int argc, char *argv[])
         return answer(line);
 
     initPictures();
+    initStyle();
     QIcon icon;
     for (int size : {16, 32, 48, 64, 128})
         icon.addFile(QString(":/workbench/workbench-%1.png").arg(size));

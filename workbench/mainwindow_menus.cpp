@@ -44,7 +44,7 @@ void MainWindow::makePanes()
     addDockWidget(Qt::BottomDockWidgetArea, messagesDock);
 
     setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
-    resizeDocks({projectDock}, {260}, Qt::Horizontal);
+    resizeDocks({projectDock}, {290}, Qt::Horizontal);
     resizeDocks({messagesDock}, {150}, Qt::Vertical);
 }
 

@@ -25,7 +25,9 @@ static bool playSession(const QString &folder)
         return false;
     }
 
-    // The user's own settings stay out of it.
+    // The user's own settings stay out of it, and the design is read anew each time.
+    QDir(folder + "/cache").removeRecursively();
+    qputenv("XDG_CACHE_HOME", (folder + "/cache").toLocal8Bit());
     QSettings::setDefaultFormat(QSettings::IniFormat);
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder + "/settings");
     QSettings().clear();
@@ -66,6 +68,7 @@ int main(int argc, char *argv[])
         parser.showHelp(UsageError);
 
     initPictures();
+    initStyle();
     if (parser.isSet("dark"))
         useDarkColours();
     const QString folder = parser.positionalArguments().value(0, "build/session");

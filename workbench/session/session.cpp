@@ -54,7 +54,7 @@ bool Session::play()
 
 QString Session::pathOf(const QString &name) const
 {
-    return stage.directory.absoluteFilePath("soc/" + name);
+    return stage.directory.absoluteFilePath("project/" + name);
 }
 
 Core::IView *Session::view() const
