@@ -26,7 +26,6 @@ static BitFacts seenFromOutside(RawFact::Kind kind)
         return ClocksRegister;
     case RawFact::TriState:
         return LetsGo;
-    case RawFact::Pad:
     case RawFact::Use:
         return InFabric;
     default:
@@ -41,6 +40,11 @@ void MemberAccess::collect(int number)
         const RawEntry &entry = module.entries[fact.target.entry];
         if (entry.scope == RawEntry::External)
             add(number, entry, fact.target, seenFromOutside(fact.kind));
+    }
+    for (const RawAssignment &assignment : module.assignments) {
+        const RawEntry &entry = module.entries[assignment.target.entry];
+        if (entry.scope == RawEntry::External)
+            add(number, entry, assignment.target, MaybeDriven);
     }
     for (const RawArgument &argument : module.arguments) {
         const RawEntry &entry = module.entries[argument.operand.entry];
@@ -64,17 +68,40 @@ void MemberAccess::collect(int number)
         if (child < 0)
             continue;
         for (const Access &access : accesses[std::size_t(child)])
-            inherit(number, instance, access);
+            inherit(number, instance, child, access);
     }
 }
 
+// An interface port connected by position has a name made up by the tool, and no number of its own:
+// it has the one that is left over.
+quint32 MemberAccess::portOf(int child, const RawConnection &connection) const
+{
+    if (!design->names.text(connection.port).startsWith(QLatin1String("__pinNumber")))
+        return connection.port;
+    std::set<int> taken;
+    const RawModule &module = design->modules[std::size_t(child)];
+    for (const RawVariable &variable : module.variables)
+        taken.insert(variable.pin);
+    int pin = 0;
+    for (const RawVariable &variable : module.variables) {
+        if (!variable.isInterface || variable.scope != 0)
+            continue;
+        do {
+            ++pin;
+        } while (taken.count(pin));
+        if (pin == connection.pin)
+            return variable.name;
+    }
+    return connection.port;
+}
+
 // The child reaches the member through a port, and so do we through what is connected there.
-void MemberAccess::inherit(int number, const RawInstance &instance, const Access &access)
+void MemberAccess::inherit(int number, const RawInstance &instance, int child, const Access &access)
 {
     const auto &[port, way, member, path, lsb, width, exact, fact] = access;
     const RawModule &module = design->modules[std::size_t(number)];
     for (const RawConnection &connection : instance.connections) {
-        if (connection.port != port || connection.segmentCount != 1)
+        if (connection.segmentCount != 1 || portOf(child, connection) != port)
             continue;
         const RawSegment &operand = module.segments[connection.firstSegment];
         if (operand.kind != RawSegment::Reference)

@@ -35,7 +35,8 @@ private:
     void add(int number, const RawEntry &entry, const RawSegment &operand, BitFacts fact);
     void add(int number, const std::vector<quint32> &steps, quint32 member,
              const RawSegment &operand, BitFacts fact);
-    void inherit(int number, const RawInstance &instance, const Access &access);
+    quint32 portOf(int child, const RawConnection &connection) const;
+    void inherit(int number, const RawInstance &instance, int child, const Access &access);
     std::vector<quint32> stepsTo(quint32 dotted);
     const QHash<quint32, int> &instancesOf(int number);
 

@@ -10,6 +10,53 @@
 
 namespace Standin {
 
+// Part by part, a value is a constant, another net, or something worked out of others.
+void ModuleFacts::addAssignments()
+{
+    for (const RawAssignment &assignment : module.assignments) {
+        const qint64 total = width(assignment.target);
+        if (total < 0)
+            continue;
+        qint64 known = 0;
+        int unknown = 0;
+        for (quint32 i = 0; i < assignment.segmentCount; ++i) {
+            const qint64 each = width(module.segments[assignment.firstSegment + i]);
+            known += qMax(qint64(0), each);
+            unknown += each < 0;
+        }
+        // Of one part the width follows from the others; of more it can't be said which is where.
+        if (unknown > 1 || known > total)
+            addTarget(assignment.target, Driven, assignment.driver);
+        else
+            addAssignedParts(assignment, total, total - known);
+    }
+}
+
+void ModuleFacts::addAssignedParts(const RawAssignment &assignment, qint64 total,
+                                   qint64 unknownWidth)
+{
+    const RawSegment *const first = module.segments.data() + assignment.firstSegment;
+    const RawSegment *part = first + assignment.segmentCount;
+    RawSegment bits = assignment.target;
+    qint64 at = 0;
+    while (at < total) {
+        const bool isPart = part != first;
+        if (isPart)
+            --part;
+        const qint64 known = isPart ? width(*part) : -1;
+        const qint64 partWidth = known >= 0 ? known : isPart ? unknownWidth : total - at;
+        bits.lsb = qint32(assignment.target.lsb + at);
+        bits.width = qint32(partWidth);
+        at += partWidth;
+        if (partWidth == 0)
+            continue;
+        const bool isFixed = isPart && part->kind == RawSegment::Constant;
+        addTarget(bits, isFixed ? DrivenByConstant : Driven, assignment.driver);
+        if (isPart && known >= 0 && part->kind == RawSegment::Reference)
+            aliases.emplace_back(bits, *part);
+    }
+}
+
 void ModuleFacts::addConnections()
 {
     for (const RawInstance &instance : module.instances) {
@@ -171,22 +218,21 @@ void ModuleFacts::spreadClocks()
     const auto isClock = [](BitFacts bit) {
         return (bit & ClocksRegister) != 0;
     };
-    if (module.aliases.empty() || std::none_of(facts.begin(), facts.end(), isClock))
+    if (aliases.empty() || std::none_of(facts.begin(), facts.end(), isClock))
         return;
     BitGroups groups(facts.size());
-    for (const RawAlias &alias : module.aliases) {
-        const int a = module.entries[alias.a.entry].variable;
-        const int b = module.entries[alias.b.entry].variable;
-        if (a < 0 || b < 0 || width(alias.a) != width(alias.b) || width(alias.a) < 0)
-            continue;
-        quint32 beginA = 0;
-        quint32 beginB = 0;
+    for (const auto &[target, source] : aliases) {
+        const auto to = std::size_t(module.entries[target.entry].variable);
+        const auto from = std::size_t(module.entries[source.entry].variable);
+        quint32 begin = 0;
         quint32 end = 0;
-        locate(alias.b, std::size_t(b), &beginB, &end);
-        locate(alias.a, std::size_t(a), &beginA, &end);
-        for (quint32 bit = 0; beginA + bit < end; ++bit)
-            groups.join(begins[std::size_t(a)] + beginA + bit,
-                        begins[std::size_t(b)] + beginB + bit);
+        quint32 sourceBegin = 0;
+        quint32 sourceEnd = 0;
+        if (!locate(target, to, &begin, &end) || !locate(source, from, &sourceBegin, &sourceEnd))
+            continue;
+        const quint32 count = std::min(end - begin, sourceEnd - sourceBegin);
+        for (quint32 bit = 0; bit < count; ++bit)
+            groups.join(begins[to] + begin + bit, begins[from] + sourceBegin + bit);
     }
     std::vector<bool> clocked(facts.size());
     for (std::size_t bit = 0; bit < facts.size(); ++bit) {

@@ -128,8 +128,6 @@ static BitFacts bitFact(RawFact::Kind kind)
     switch (kind) {
     case RawFact::Drive:
         return Driven;
-    case RawFact::Constant:
-        return DrivenByConstant;
     case RawFact::Initial:
         return HasInitialValue;
     case RawFact::Maybe:
@@ -138,8 +136,6 @@ static BitFacts bitFact(RawFact::Kind kind)
         return ClocksRegister;
     case RawFact::TriState:
         return LetsGo;
-    case RawFact::Pad:
-        return OnPin;
     case RawFact::Use:
         break;
     }
@@ -188,6 +184,7 @@ void ModuleFacts::addArguments()
 void ModuleFacts::settle()
 {
     addText();
+    addAssignments();
     addArguments();
     addConnections();
 

@@ -75,11 +75,12 @@ private:
         FactSpan span{};
     };
 
-    Target resolve(const RawSegment &operand, BitFacts fact, quint32 driver) const;
     bool locate(const RawSegment &operand, std::size_t variable, quint32 *begin,
                 quint32 *end) const;
     void addTarget(const RawSegment &operand, BitFacts fact, quint32 driver);
     void addText();
+    void addAssignments();
+    void addAssignedParts(const RawAssignment &assignment, qint64 total, qint64 unknownWidth);
     void addArguments();
     void addConnections();
     void connectBlackBox(const RawConnection &connection);
@@ -97,6 +98,7 @@ private:
     std::vector<const NetShape *> shapes; ///< By variable; null if it is no net.
     std::vector<quint32> begins;
     std::vector<Target> targets;
+    std::vector<std::pair<RawSegment, RawSegment>> aliases; ///< Nets that are one.
     std::vector<BitFacts> facts;
     quint32 drivers;
 };

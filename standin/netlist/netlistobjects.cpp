@@ -155,17 +155,31 @@ QString Level::module() const
     return definition().sourceName();
 }
 
+// Longer paths aren't kept, since in a chain of instances they would grow with its square.
+static constexpr int LongestKeptPrefix = 256;
+
 const QString &Level::prefix() const
 {
+    std::vector<QString> &kept = netlist->prefixes;
+    if (kept.empty())
+        kept.resize(netlist->levels.size());
+    QString &own = kept[netlist->indexOf(*this)];
+    if (!own.isNull())
+        return own;
     if (netlist->prefixLevel == this)
         return netlist->lastPrefix;
-    std::vector<const Level *> path;
-    for (const Level *level = this; level; level = static_cast<const Level *>(level->parent))
-        path.push_back(level);
-    QByteArray text;
-    for (auto level = path.rbegin(); level != path.rend(); ++level)
-        text += (*level)->ownName() + '/';
-    netlist->lastPrefix = QString::fromUtf8(text);
+    std::vector<const Level *> way;
+    const Level *from = this;
+    while (from && kept[netlist->indexOf(*from)].isNull()) {
+        way.push_back(from);
+        from = static_cast<const Level *>(from->parent);
+    }
+    QString path = from ? kept[netlist->indexOf(*from)] : QString();
+    for (auto level = way.rbegin(); level != way.rend(); ++level)
+        path += QString::fromUtf8((*level)->ownName()) + QLatin1Char('/');
+    if (path.size() <= LongestKeptPrefix)
+        return own = path;
+    netlist->lastPrefix = path;
     netlist->prefixLevel = this;
     return netlist->lastPrefix;
 }

@@ -132,6 +132,7 @@ private:
     Level *addLevel(Level *above, int definition, quint32 instance, quint32 element);
     FATHOM::RtlNet *findInLevel(const Level &level, const QByteArray &name) const;
     BusBit *bitsOf(const Bus &bus) const;
+    std::size_t indexOf(const Level &level) const { return std::size_t(&level - levels.data()); }
 
     ModuleTable table;
     std::vector<Level> levels;
@@ -145,7 +146,8 @@ private:
     mutable std::size_t blockRoom = 0;
     mutable char *blockEnd = nullptr;
 
-    // Names are mostly asked for level by level, so the path of the last one is kept.
+    // Paths of the levels, once they were asked for; of those that are too long to keep, the last.
+    mutable std::vector<QString> prefixes;
     mutable const Level *prefixLevel = nullptr;
     mutable QString lastPrefix;
 };

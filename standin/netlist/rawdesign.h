@@ -38,12 +38,10 @@ struct RawFact
 {
     enum Kind : quint8 {
         Drive,    ///< Driven, with others of the same driver as one.
-        Constant, ///< Driven by a constant.
         Initial,  ///< Has a value from the start.
         Maybe,    ///< Can be driven.
         Clock,    ///< Clocks a register.
         TriState, ///< Driven by what can let go.
-        Pad,      ///< On a pin of a black box.
         Use,      ///< Read.
     };
 
@@ -118,10 +116,13 @@ struct RawArgument
     RawSegment operand;
 };
 
-struct RawAlias
+/// A continuous assignment to one exact operand.
+struct RawAssignment
 {
-    RawSegment a;
-    RawSegment b;
+    RawSegment target;
+    quint32 driver;
+    quint32 firstSegment; ///< Of the value, in RawModule::segments, the leftmost operand first.
+    quint32 segmentCount;
 };
 
 using FunctionPorts = QHash<quint32, QVector<PortDirection>>;
@@ -138,7 +139,7 @@ struct RawModule
     std::vector<RawScope> scopes;
     std::vector<RawEntry> entries;
     std::vector<RawFact> facts;
-    std::vector<RawAlias> aliases;
+    std::vector<RawAssignment> assignments;
     std::vector<RawInstance> instances;
     std::vector<RawSegment> segments;
     std::vector<RawArgument> arguments;

@@ -27,7 +27,6 @@ void RawModuleWriter::begin(RawModule *newModule, std::vector<std::vector<qint32
     depth = 0;
     process = NoProcess;
     loopConditions = 0;
-    inCondition = false;
 }
 
 void RawModuleWriter::finish()
@@ -75,21 +74,17 @@ void RawModuleWriter::openProcess(ProcessKind kind)
     process = kind;
     processDriver = ++module->drivers;
     edges.clear();
-    conditionEntries.clear();
-    conditionSeen = false;
 }
 
 void RawModuleWriter::closeProcess()
 {
-    const auto isTested = [this](const RawSegment &edge) {
-        return std::find(conditionEntries.begin(), conditionEntries.end(), edge.entry)
-            != conditionEntries.end();
-    };
-    const bool allTested = std::all_of(edges.begin(), edges.end(), isTested);
-    for (const RawSegment &edge : edges) {
-        const bool isClock = edges.size() == 1 || allTested || !isTested(edge);
-        add(edge, isClock ? RawFact::Clock : RawFact::Use);
+    const bool allRead =
+        std::all_of(edges.begin(), edges.end(), [](const Edge &edge) { return edge.isRead; });
+    for (const Edge &edge : edges) {
+        const bool isClock = edges.size() == 1 || allRead || !edge.isRead;
+        add(edge.clock, isClock ? RawFact::Clock : RawFact::Use);
     }
+    edges.clear();
     process = NoProcess;
 }
 
@@ -144,8 +139,8 @@ RawSegment RawModuleWriter::markReference(quint32 index)
     RawEntry &entry = module->entries[index];
     entry.isReferenced = true;
     entry.isInLoopCondition = entry.isInLoopCondition || loopConditions > 0;
-    if (inCondition)
-        conditionEntries.push_back(index);
+    for (Edge &edge : edges)
+        edge.isRead = edge.isRead || edge.clock.entry == index;
     RawSegment operand;
     operand.kind = RawSegment::Reference;
     operand.entry = index;
@@ -187,47 +182,41 @@ void RawModuleWriter::add(const RawSegment &operand, RawFact::Kind kind)
 
 void RawModuleWriter::addEdge(const RawSegment &clock)
 {
-    if (process == Always)
-        edges.push_back(clock);
+    if (process == Always && clock.kind == RawSegment::Reference)
+        edges.push_back({clock, false});
     else
         read(clock);
 }
 
-void RawModuleWriter::beginCondition()
+static bool isExact(const RawSegment &operand)
 {
-    inCondition = true;
-    conditionSeen = true;
+    return operand.kind == RawSegment::Reference && operand.exact;
 }
 
-void RawModuleWriter::endCondition()
+void RawModuleWriter::assign(RawOperands targets, RawOperands values, bool letsGo)
 {
-    inCondition = false;
-}
-
-void RawModuleWriter::assign(const RawSegment *first, const RawSegment *last,
-                             const RawSegment *value, bool letsGo)
-{
-    RawFact::Kind kind = RawFact::Drive;
     if (process == Final)
         return;
+    const bool isContinuous = process == NoProcess && !letsGo;
+    if (isContinuous && targets.size() == 1 && isExact(*targets.first)) {
+        // Each part of the value may be another net or a constant. How wide the parts are is known
+        // only later.
+        module->assignments.push_back({*targets.first, ++module->drivers,
+                                       quint32(module->segments.size()), quint32(values.size())});
+        module->segments.insert(module->segments.end(), values.first, values.last);
+        return;
+    }
+    RawFact::Kind kind = RawFact::Drive;
     if (process == Function)
         kind = RawFact::Maybe;
     else if (process == Initial)
         kind = RawFact::Initial;
-    else if (process == NoProcess && value && value->kind == RawSegment::Constant && !letsGo)
-        kind = RawFact::Constant;
-    for (const RawSegment *target = first; target != last; ++target) {
+    for (const RawSegment *target = targets.first; target != targets.last; ++target) {
         // Which part is written isn't known, so it can't collide with others.
-        const bool isDriver = kind == RawFact::Drive || kind == RawFact::Constant;
-        add(*target, isDriver && !target->exact ? RawFact::Maybe : kind);
+        add(*target, kind == RawFact::Drive && !target->exact ? RawFact::Maybe : kind);
         if (letsGo)
             add(*target, RawFact::TriState);
     }
-    const bool isAlias = process == NoProcess && value && last - first == 1
-        && value->kind == RawSegment::Reference && first->kind == RawSegment::Reference
-        && value->exact && first->exact;
-    if (isAlias)
-        module->aliases.push_back({*first, *value});
 }
 
 void RawModuleWriter::addFunctionPort(quint32 function, PortDirection direction)

@@ -7,6 +7,15 @@
 
 namespace Standin {
 
+/// Operands that stand in a row.
+struct RawOperands
+{
+    const RawSegment *first;
+    const RawSegment *last;
+
+    std::size_t size() const { return std::size_t(last - first); }
+};
+
 /// Writes down one module while its text is read: scopes, declarations, references, and what
 /// processes do with them.
 class RawModuleWriter
@@ -52,28 +61,28 @@ public:
     void read(const RawSegment &operand);
     void add(const RawSegment &operand, RawFact::Kind kind);
 
-    /// The process that is open is triggered by an edge of \a clock.
+    /// The process that is open is triggered by an edge of \a clock, or of a reset: of several
+    /// edges those that the process reads besides are no clocks.
     void addEdge(const RawSegment &clock);
-
-    /// References between the two calls are in the condition of an `if`. The edges of a process
-    /// that its first `if` looks at are resets and the like.
-    void beginCondition();
-    void endCondition();
-    bool wantsCondition() const { return process == Always && !conditionSeen; }
 
     /// References between the two calls are in the condition of a loop.
     void beginLoopCondition() { ++loopConditions; }
     void endLoopCondition() { --loopConditions; }
 
-    /// The operands from \a first to \a last are assigned; \a value is the operand assigned if it
-    /// is a single one, else null; \a letsGo tells that the value may be high impedance.
-    void assign(const RawSegment *first, const RawSegment *last, const RawSegment *value,
-                bool letsGo);
+    /// The operands \a targets are assigned the operands \a values, the leftmost first in both;
+    /// \a letsGo tells that the value may be high impedance.
+    void assign(RawOperands targets, RawOperands values, bool letsGo);
 
     /// The port directions of the function whose text is read.
     void addFunctionPort(quint32 function, PortDirection direction);
 
 private:
+    struct Edge
+    {
+        RawSegment clock;
+        bool isRead;
+    };
+
     quint32 entryHere(quint32 name);
     RawSegment markReference(quint32 entry);
 
@@ -86,10 +95,7 @@ private:
 
     ProcessKind process = NoProcess;
     quint32 processDriver = 0;
-    std::vector<RawSegment> edges;
-    std::vector<quint32> conditionEntries;
-    bool conditionSeen = false;
-    bool inCondition = false;
+    std::vector<Edge> edges;
     int loopConditions = 0;
 };
 

@@ -5,43 +5,13 @@
 
 #include "netlist/definitionwriter.h"
 #include "netlist/memberaccess.h"
+#include "netlist/moduleorder.h"
 #include "netlist/xmldesignreader.h"
 
 #include <QFile>
 #include <QFileInfo>
 
 namespace Standin {
-
-// Modules from the top downwards, each behind those below it. One that is reached from itself is
-// taken as a black box there; the elaboration reports it.
-static std::vector<int> orderFromBelow(const RawDesign &design,
-                                       const QHash<quint32, int> &moduleByName)
-{
-    struct Step
-    {
-        int module;
-        std::size_t instance;
-    };
-    std::vector<int> order;
-    std::vector<bool> seen(design.modules.size());
-    std::vector<Step> stack{{design.top, 0}};
-    seen[std::size_t(design.top)] = true;
-    while (!stack.empty()) {
-        Step &step = stack.back();
-        const RawModule &module = design.modules[std::size_t(step.module)];
-        if (step.instance == module.instances.size()) {
-            order.push_back(step.module);
-            stack.pop_back();
-            continue;
-        }
-        const int child = moduleByName.value(module.instances[step.instance++].module, -1);
-        if (child >= 0 && !seen[std::size_t(child)]) {
-            seen[std::size_t(child)] = true;
-            stack.push_back({child, 0});
-        }
-    }
-    return order;
-}
 
 // What there is to know of a module before its facts.
 struct ModuleOrigin
@@ -89,12 +59,21 @@ static bool instantiatesJtag(const RawDesign &design, int number,
     return false;
 }
 
-static ModuleTable makeTable(RawDesign *design, const XmlReadOptions &options)
+// \return the number of a module that contains itself, or -1.
+static int makeTable(RawDesign *design, const XmlReadOptions &options, ModuleTable *result)
 {
     QHash<quint32, int> moduleByName;
     for (std::size_t i = 0; i < design->modules.size(); ++i)
         moduleByName.insert(design->modules[i].name, int(i));
-    const std::vector<int> order = orderFromBelow(*design, moduleByName);
+    const auto child = [&](int number, std::size_t i) {
+        const auto &instances = design->modules[std::size_t(number)].instances;
+        return i == instances.size() ? -2 : moduleByName.value(instances[i].module, -1);
+    };
+    int looping = -1;
+    const std::vector<int> order =
+        modulesFromBelow(design->top, design->modules.size(), child, &looping);
+    if (looping >= 0)
+        return looping;
     const MemberAccess members(design, moduleByName, order);
 
     const std::vector<ModuleOrigin> origins = findOrigins(*design, options);
@@ -120,14 +99,19 @@ static ModuleTable makeTable(RawDesign *design, const XmlReadOptions &options)
         module = RawModule(); // What others need of it is in its summary.
     }
     table.top = definitionOf[std::size_t(design->top)];
-    return table;
+    *result = std::move(table);
+    return -1;
 }
 
 bool readVerilatorXml(const QString &file, const XmlReadOptions &options, ModuleTable *table,
                       QString *error)
 {
     QFile device(file);
-    if (!QFileInfo(file).isFile() || !device.open(QIODevice::ReadOnly)) {
+    if (!QFileInfo(file).isFile()) {
+        *error = QStringLiteral("%1: No such file").arg(file);
+        return false;
+    }
+    if (!device.open(QIODevice::ReadOnly)) {
         *error = QStringLiteral("%1: %2").arg(file, device.errorString());
         return false;
     }
@@ -137,7 +121,13 @@ bool readVerilatorXml(const QString &file, const XmlReadOptions &options, Module
         *error = QStringLiteral("%1:%2").arg(file, reader.errorText());
         return false;
     }
-    ModuleTable result = makeTable(&design, options);
+    ModuleTable result;
+    const int looping = makeTable(&design, options, &result);
+    if (looping >= 0) {
+        *error = QStringLiteral("%1: Module \"%2\" contains itself")
+                     .arg(file, design.modules[std::size_t(looping)].sourceName);
+        return false;
+    }
     if (result.top < 0) {
         *error = QStringLiteral("%1: The top module is a black box").arg(file);
         return false;

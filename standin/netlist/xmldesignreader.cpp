@@ -54,11 +54,7 @@ bool XmlDesignReader::startElement()
     frame.operands = quint32(operands.size());
     if (writer.isOpen()) {
         const Frame &parent = frames.back();
-        frame.ownsCondition =
-            parent.tag == XmlTag::If && parent.children == 0 && writer.wantsCondition();
         frame.ownsLoopCondition = parent.tag == XmlTag::While && parent.children == 1;
-        if (frame.ownsCondition)
-            writer.beginCondition();
         if (frame.ownsLoopCondition)
             writer.beginLoopCondition();
     }
@@ -120,6 +116,9 @@ bool XmlDesignReader::open(Frame *frame)
     }
     case XmlTag::Const:
         startConstant(frame);
+        break;
+    case XmlTag::Extend:
+        frame->value = attribute("width").toInt() - attribute("widthminv").toInt();
         break;
     case XmlTag::LettingGo:
         frame->letsGo = true;
@@ -244,7 +243,11 @@ void XmlDesignReader::startInstance()
     instance = RawInstance();
     instance.name = internAttribute("name");
     instance.sourceName = sourceName();
-    instance.module = internAttribute("defName");
+    // The module itself goes by its plain name.
+    const QStringRef definition = attribute("defName");
+    instance.module = definition.contains(QLatin1String("__0"))
+        ? design->names.intern(decodedName(definition))
+        : design->names.intern(definition);
     instanceIsOpen = true;
 }
 

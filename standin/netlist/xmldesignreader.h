@@ -36,7 +36,6 @@ private:
             false; ///< The offset is a constant, the event an edge, the variable a new one.
         bool ownsScope = false;
         bool ownsLoopCondition = false;
-        bool ownsCondition = false;
         quint32 children = 0;
         quint32 operands = 0; ///< Where the operands of this element begin on the stack.
         quint32 second = 0;   ///< Where those of the second child begin.

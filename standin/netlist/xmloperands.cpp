@@ -12,8 +12,6 @@ void XmlDesignReader::endElement()
     Frame frame = frames.back();
     frames.pop_back();
     close(&frame);
-    if (frame.ownsCondition)
-        writer.endCondition();
     if (frame.ownsLoopCondition)
         writer.endLoopCondition();
     if (frames.empty())
@@ -91,6 +89,16 @@ void XmlDesignReader::finishOperand(Frame *frame)
     case XmlTag::Const:
     case XmlTag::Concat:
         break;
+    case XmlTag::Extend: {
+        // Zeros stand ahead of the operand.
+        if (end - frame->operands != 1)
+            replaceOperands(frame->operands);
+        RawSegment zeros;
+        zeros.kind = RawSegment::Constant;
+        zeros.width = qint32(qBound(qint64(0), frame->value, ModuleDefinition::MaximumSize));
+        operands.insert(operands.end() - 1, zeros);
+        break;
+    }
     case XmlTag::Sel:
     case XmlTag::ArraySel:
         if (!singleReference(frame->operands, end))
@@ -250,7 +258,7 @@ void XmlDesignReader::deliverToAssignment(Frame *parent)
         const RawSegment *first = operands.data() + parent->operands;
         const RawSegment *second = operands.data() + parent->second;
         const RawSegment *end = operands.data() + operands.size();
-        writer.assign(second, end, second - first == 1 ? first : nullptr, parent->letsGo);
+        writer.assign({second, end}, {first, second}, parent->letsGo);
         operands.resize(parent->second);
     }
     readOperands(parent->operands);

@@ -17,6 +17,7 @@ enum class XmlTag : quint8 {
     ArraySel,
     StructSel,
     Concat,
+    Extend,
     Operator, ///< Any element that isn't known: it reads its operands.
     Comparison,
     LettingGo,
@@ -26,7 +27,6 @@ enum class XmlTag : quint8 {
     // Statements and items.
     Assign,
     Begin,
-    If,
     While,
     SenItem,
     Pull,

@@ -3,7 +3,10 @@
 
 #include "netlist/yosysjson.h"
 
+#include "netlist/moduleorder.h"
 #include "netlist/yosyslevels.h"
+
+#include <algorithm>
 
 namespace Standin {
 
@@ -57,37 +60,18 @@ static std::vector<int> findTops(const YosysDesign &design, const QString &name)
     return named;
 }
 
-// The modules below and with \a top, each behind those below it. A module that is reached from
-// itself is reported by the elaboration.
-static std::vector<int> orderFromBelow(const YosysDesign &design, int top)
+static std::vector<int> orderFromBelow(const YosysDesign &design, int top, int *looping)
 {
-    struct Step
-    {
-        int module;
-        std::size_t cell;
+    const auto child = [&](int number, std::size_t i) {
+        const auto &cells = design.modules[std::size_t(number)].cells;
+        if (i == cells.size())
+            return -2;
+        const int below = design.moduleByName.value(cells[i].type, -1);
+        const bool isModule =
+            below >= 0 && !cells[i].isInterface && !design.modules[std::size_t(below)].isBlackBox;
+        return isModule ? below : -1;
     };
-    std::vector<int> order;
-    std::vector<bool> seen(design.modules.size());
-    std::vector<Step> stack{{top, 0}};
-    seen[std::size_t(top)] = true;
-    while (!stack.empty()) {
-        Step &step = stack.back();
-        const YosysModule &module = design.modules[std::size_t(step.module)];
-        if (step.cell == module.cells.size()) {
-            order.push_back(step.module);
-            stack.pop_back();
-            continue;
-        }
-        const YosysCell &cell = module.cells[step.cell++];
-        const int child = design.moduleByName.value(cell.type, -1);
-        const bool isModule = child >= 0 && !cell.isInterface;
-        if (isModule && !seen[std::size_t(child)]
-            && !design.modules[std::size_t(child)].isBlackBox) {
-            seen[std::size_t(child)] = true;
-            stack.push_back({child, 0});
-        }
-    }
-    return order;
+    return modulesFromBelow(top, design.modules.size(), child, looping);
 }
 
 static bool isJtag(const YosysDesign &design, const YosysCell &cell)
@@ -110,7 +94,8 @@ bool listYosysModules(const QString &file, const QString &top, JsonModules *modu
     std::vector<bool> used(design.modules.size(), top.isEmpty());
     if (!top.isEmpty() && !tops.empty()) {
         modules->topModules.append(top);
-        for (int number : orderFromBelow(design, tops.front()))
+        int looping = -1;
+        for (int number : orderFromBelow(design, tops.front(), &looping))
             used[std::size_t(number)] = true;
     } else {
         for (int number : tops)
@@ -138,10 +123,17 @@ bool readYosysJson(const QString &file, const JsonReadOptions &options, ModuleTa
         return false;
     }
 
+    int looping = -1;
+    const std::vector<int> order = orderFromBelow(design, tops.front(), &looping);
+    if (looping >= 0) {
+        *error = QStringLiteral("%1: Module \"%2\" contains itself")
+                     .arg(file, design.modules[std::size_t(looping)].sourceName);
+        return false;
+    }
     ModuleTable result;
     std::vector<YosysSummary> summaries(design.modules.size());
     std::vector<int> definitionOf(design.modules.size(), -1);
-    for (int number : orderFromBelow(design, tops.front())) {
+    for (int number : order) {
         const auto index = std::size_t(number);
         const YosysModule &module = design.modules[index];
         result.usesJtag = result.usesJtag

@@ -33,8 +33,8 @@ module top import shapes::*; (input logic clock, output request_t request, outpu
   logic [3:0][7:0] packed_words;
   logic [2:1] unpacked [2][3];
   logic single_elements [3:2];
-  logic [7:0] memory [65];
-  logic [7:0] no_memory [64];
+  logic [1:0] memory [65];
+  logic [1:0] no_memory [4][2];
   request_t requests [1];
   word_t word;
   int unsigned number;

@@ -40,10 +40,10 @@ module lanes #(parameter COUNT = 2) (
   endgenerate
   stage #(.WIDTH(8)) second (clock, up, shifted, line, );
   function [3:0] next(input [3:0] x);
-    reg [3:0] inside;
+    reg [3:0] held;
     begin
-      inside = x + 1;
-      next = inside;
+      held = x + 1;
+      next = held;
     end
   endfunction
   always @(posedge clock) begin : update
