@@ -9,26 +9,26 @@
 namespace MOLK {
 
 NetMatcher::NetMatcher(const NetFilter &filter)
-    : pattern(filter.pattern)
-    , caseSensitivity(filter.caseSensitivity)
-    , useRegExp(filter.useRegExp)
+    : passesAll(filter.pattern.isEmpty())
+    , literal(filter.pattern, filter.caseSensitivity)
 {
-    if (useRegExp)
-        expression = QRegExp(pattern, caseSensitivity, filter.syntax);
+    if (filter.useRegExp && !passesAll)
+        expression.reset(
+            new ExpressionMatcher(filter.pattern, filter.caseSensitivity, filter.syntax));
 }
+
+NetMatcher::~NetMatcher() = default;
 
 bool NetMatcher::matches(const QString &name) const
 {
-    if (pattern.isEmpty())
+    if (passesAll)
         return true;
-    if (useRegExp)
-        return expression.exactMatch(name);
-    return name.indexOf(pattern, 0, caseSensitivity) != -1;
+    return expression ? expression->matches(name) : literal.isIn(name);
 }
 
 QList<FATHOM::RtlNet *> NetMatcher::passing(const QList<FATHOM::RtlNet *> &nets) const
 {
-    if (pattern.isEmpty())
+    if (passesAll)
         return nets;
     QList<FATHOM::RtlNet *> hits;
     for (FATHOM::RtlNet *net : nets) {
@@ -40,7 +40,7 @@ QList<FATHOM::RtlNet *> NetMatcher::passing(const QList<FATHOM::RtlNet *> &nets)
 
 QList<FATHOM::RtlNetBus *> NetMatcher::passing(const QList<FATHOM::RtlNetBus *> &buses) const
 {
-    if (pattern.isEmpty())
+    if (passesAll)
         return buses;
     QList<FATHOM::RtlNetBus *> hits;
     for (FATHOM::RtlNetBus *bus : buses) {

@@ -3,7 +3,11 @@
 
 #pragma once
 
+#include "expressionmatcher.h"
+#include "literalmatcher.h"
 #include "netfilter.h"
+
+#include <QScopedPointer>
 
 namespace MOLK {
 
@@ -12,6 +16,7 @@ class NetMatcher
 {
 public:
     explicit NetMatcher(const NetFilter &filter);
+    ~NetMatcher();
 
     /// Whether \a name passes: always with an empty pattern; literally as QString::indexOf()
     /// tells; as an expression as QRegExp::exactMatch() tells, so never with an invalid one.
@@ -24,10 +29,11 @@ public:
     QList<FATHOM::RtlNetBus *> passing(const QList<FATHOM::RtlNetBus *> &buses) const;
 
 private:
-    QString pattern;
-    Qt::CaseSensitivity caseSensitivity;
-    bool useRegExp;
-    QRegExp expression;
+    Q_DISABLE_COPY(NetMatcher)
+
+    bool passesAll;
+    LiteralMatcher literal;
+    QScopedPointer<ExpressionMatcher> expression; // Null in a literal search.
 };
 
 } // namespace MOLK

@@ -82,7 +82,7 @@ void TestRowRemoval::removalEqualsDeletingRowByRow()
     QFETCH(bool, shown);
 
     RandomItems random(77);
-    for (int round = 0; round < 60; ++round) {
+    for (int round = 0; round < 25; ++round) {
         QTreeWidget expected;
         QTreeWidget tree;
         for (QTreeWidget *each : {&expected, &tree}) {

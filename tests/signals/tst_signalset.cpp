@@ -153,7 +153,7 @@ void TestSignalSet::mergingEqualsThePlainReading()
 void TestSignalSet::splittingEqualsThePlainReading()
 {
     RandomItems random(612);
-    for (int round = 0; round < 5000; ++round) {
+    for (int round = 0; round < 3000; ++round) {
         const QList<SignalItem> picked = random.items(12);
         QList<SignalItem> expectedBuses = random.items(3);
         QList<SignalItem> expectedSingles = random.items(3);

@@ -187,7 +187,7 @@ void TestSignalTree::rowsWithoutASignalAreOfNoAccount()
 void TestSignalTree::addingEqualsThePlainReading()
 {
     RandomItems random(650);
-    for (int round = 0; round < 1500; ++round) {
+    for (int round = 0; round < 400; ++round) {
         QTreeWidget expected;
         QTreeWidget tree;
         for (int add = 0; add < 3; ++add) {
@@ -202,7 +202,7 @@ void TestSignalTree::addingEqualsThePlainReading()
 void TestSignalTree::reconcilingEqualsThePlainReading()
 {
     RandomItems random(651);
-    for (int round = 0; round < 3000; ++round) {
+    for (int round = 0; round < 800; ++round) {
         const QList<SignalItem> rows = random.items(8);
         QTreeWidget expected;
         QTreeWidget tree;
