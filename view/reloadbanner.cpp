@@ -39,8 +39,9 @@ ReloadBanner::~ReloadBanner()
 
 void ReloadBanner::setBannerText(const QString &text)
 {
-    // A file's name may look like markup.
+    // A file's name may look like markup, and may be longer than the view is wide.
     ui->labelFile->setTextFormat(Qt::PlainText);
+    ui->labelFile->setWordWrap(true);
     ui->labelFile->setText(text);
 }
 

@@ -23,6 +23,7 @@ private slots:
     void unknownModeNeverAnswers();
     void otherTextReplacesTheQuestion();
     void markupIsShownAsItIs();
+    void longFileNameNeedsNoWideView();
 };
 
 template<typename Type>
@@ -142,6 +143,14 @@ void tst_ReloadBanner::markupIsShownAsItIs()
     const ReloadBanner removed(1, "/d/<b>a.molk", nullptr);
     QCOMPARE(child<QLabel>(removed, "labelFile")->textFormat(), Qt::PlainText);
     QVERIFY(child<QLabel>(removed, "labelFile")->text().contains("<b>a.molk"));
+}
+
+void tst_ReloadBanner::longFileNameNeedsNoWideView()
+{
+    const ReloadBanner usual(0, "/home/user/project/a.molk", nullptr);
+    const ReloadBanner deep(0, QString("/home/user/project").repeated(12) + "/a.molk", nullptr);
+
+    QCOMPARE(deep.minimumSizeHint().width(), usual.minimumSizeHint().width());
 }
 
 MOLK_TEST_MAIN(tst_ReloadBanner)
