@@ -19,8 +19,23 @@
 #include <QFileInfo>
 #include <QFileSystemWatcher>
 #include <QPointer>
+#include <QStyle>
 
 namespace MOLK {
+
+// What the list of cores needs for its title, its longest line and its one column, which starts
+// with a width of its own. The stretch of the layout would cut them off in a narrow view.
+static int corePaneWidth(const QTreeWidget *tree, const QString &title)
+{
+    const QFontMetrics metrics(tree->font());
+    const QStyle *style = tree->style();
+    const int textMargin = style->pixelMetric(QStyle::PM_FocusFrameHMargin) + 1;
+    const int line = tree->indentation() + metrics.horizontalAdvance("molk_15") + 2 * textMargin;
+    const int column = qMax(line, tree->header()->defaultSectionSize()) + 2 * tree->frameWidth();
+    const int titleMargin = style->pixelMetric(QStyle::PM_DockWidgetTitleMargin)
+        + style->pixelMetric(QStyle::PM_DockWidgetFrameWidth) + textMargin;
+    return qMax(column, metrics.horizontalAdvance(title) + 2 * titleMargin);
+}
 
 MolkView::MolkView(QWidget *parent)
     : Core::IView(parent)
@@ -42,6 +57,8 @@ MolkView::MolkView(QWidget *parent)
     bannerLayout->setContentsMargins(0, 0, 0, 0);
     ui->widget_3->setLayout(bannerLayout);
     ui->widget_3->hide();
+
+    ui->treeWidget->setMinimumWidth(corePaneWidth(ui->treeWidget, ui->dockWidget->windowTitle()));
 
     subscribeEvent();
 }

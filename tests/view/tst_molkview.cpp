@@ -20,6 +20,7 @@
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QStackedWidget>
 #include <QTreeWidget>
@@ -39,6 +40,7 @@ private slots:
     void answersForItsTypes();
     void subscribesWhenMadeAndUnsubscribesWhenGone();
     void okHidesTheChangedBanner();
+    void narrowViewCutsOffNoCore();
 
     void skeletonOpensWithOneCoreAndIsModified();
     void fileWithCoresOpensClean();
@@ -64,6 +66,7 @@ private slots:
     void saveAllowsAnyOtherTool_data();
     void saveAllowsAnyOtherTool();
     void faultsForbidTheSaveAndStayInTheModel();
+    void validationNeedsNoReport();
     void failedWriteKeepsFileStarAndWatch();
     void vanishedDirectoryIsReported();
     void ownSaveIsNoOutsideChange();
@@ -261,6 +264,24 @@ void tst_MolkView::okHidesTheChangedBanner()
     QTest::mouseClick(child<QPushButton>(banner, "okBtn"), Qt::LeftButton);
 
     QVERIFY(banner->isHidden());
+}
+
+void tst_MolkView::narrowViewCutsOffNoCore()
+{
+    ViewBench bench;
+    const auto view = bench.openView(bench.writeCores(16));
+    QVERIFY(view);
+    view->resize(view->minimumSizeHint().width(), 600);
+    view->show();
+    QVERIFY(QTest::qWaitForWindowExposed(view.get()));
+
+    const auto *tree = child<QTreeWidget>(view, "treeWidget");
+    QCOMPARE(tree->horizontalScrollBar()->maximum(), 0);
+    const auto *last = tree->topLevelItem(15);
+    const int textWidth = tree->fontMetrics().horizontalAdvance(last->text(0));
+    QVERIFY(tree->visualItemRect(last).width() >= textWidth);
+    const auto *dock = child<QDockWidget>(view, "dockWidget");
+    QVERIFY(dock->width() >= dock->fontMetrics().horizontalAdvance(dock->windowTitle()));
 }
 
 void tst_MolkView::skeletonOpensWithOneCoreAndIsModified()
@@ -621,6 +642,27 @@ void tst_MolkView::faultsForbidTheSaveAndStayInTheModel()
     QCOMPARE(documentOf(view)->watcher->files(), QStringList(file));
     QCOMPARE(documentOf(view)->cores.first()->getUserClockName(), QString("top/none"));
     QVERIFY(documentOf(view)->cores.first()->useUserClock);
+}
+
+void tst_MolkView::validationNeedsNoReport()
+{
+    ViewBench bench;
+    const auto view = bench.openView(bench.writeCores(2));
+    QVERIFY(view);
+    auto *document = documentOf(view);
+    QString report = "old";
+    QVERIFY(document->validate(nullptr));
+    QVERIFY(document->validate(&report));
+    QCOMPARE(report, QString());
+
+    document->cores.at(0)->getProbeIn(0)->setSignalNet({});
+    document->cores.at(1)->useUserClock = true;
+    QVERIFY(!document->validate(nullptr));
+    QVERIFY(!document->validate(&report));
+    QCOMPARE(report,
+             QString("Molk 0: At least one Probe In port or Probe Out port should be enabled\n"
+                     "Molk 1: No synchronization clock specified"));
+    QVERIFY(!view->isModified());
 }
 
 // The longest name that a file may have leaves no room for the one that is written in its place, so

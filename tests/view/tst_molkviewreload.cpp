@@ -64,6 +64,7 @@ private slots:
     void slotsWithoutABannerAreHarmless();
     void viewMayGoWhileTheWarningStands();
     void fileMayBeReloadedUnderAnOpenDialog();
+    void lineWithTheFocusMayGoInAReload_data();
     void lineWithTheFocusMayGoInAReload();
     void bannerStaysInItsPlace();
 };
@@ -657,8 +658,18 @@ void tst_MolkViewReload::fileMayBeReloadedUnderAnOpenDialog()
     QVERIFY(!shown.view->isModified());
 }
 
+void tst_MolkViewReload::lineWithTheFocusMayGoInAReload_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<bool>("tooWide");
+    QTest::newRow("value-that-fits") << int(Qt::Key_1) << false;
+    QTest::newRow("value-that-is-too-wide") << int(Qt::Key_F) << true;
+}
+
 void tst_MolkViewReload::lineWithTheFocusMayGoInAReload()
 {
+    QFETCH(int, key);
+    QFETCH(bool, tooWide);
     ViewBench bench;
     const QString file = bench.path("a.molk");
     const QList<MolkCore *> cores = {coreWatching(0, "top/clk")};
@@ -674,9 +685,15 @@ void tst_MolkViewReload::lineWithTheFocusMayGoInAReload()
     auto *line = qobject_cast<QLineEdit *>(values->itemWidget(values->topLevelItem(0), 0));
     QVERIFY(line);
     line->setFocus();
-    QTest::keyClick(line, Qt::Key_1);
+    line->setCursorPosition(2);
+    QTest::keyClick(line, Qt::Key(key));
     QVERIFY(shown.view->isModified());
     const QPointer<QWidget> guard = line;
+    // The page loses the focus when it is taken out, which commits the value.
+    ModalDriver driver;
+    if (tooWide)
+        driver.expectDialog<QMessageBox>(
+            [](QMessageBox *box) { box->button(QMessageBox::Ok)->click(); });
 
     shown.view->onBannerReload();
 
