@@ -10,6 +10,7 @@
 
 #include <QApplication>
 #include <QIcon>
+#include <QLoggingCategory>
 
 #include <algorithm>
 #include <cstdio>
@@ -59,6 +60,9 @@ int main(int argc, char *argv[])
     const CommandLine line = parseCommandLine(QApplication::arguments());
     if (line.request != CommandLine::Run)
         return answer(line);
+
+    // What the plug-in notes for its developers; the environment can bring it back.
+    QLoggingCategory::setFilterRules("default.debug=false");
 
     initPictures();
     initStyle();

@@ -11,6 +11,7 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QLoggingCategory>
 #include <QSettings>
 #include <QTest>
 
@@ -67,6 +68,7 @@ int main(int argc, char *argv[])
     if (parser.positionalArguments().size() > 1)
         parser.showHelp(UsageError);
 
+    QLoggingCategory::setFilterRules("default.debug=false");
     initPictures();
     initStyle();
     if (parser.isSet("dark"))
