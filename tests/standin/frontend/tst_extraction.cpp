@@ -27,6 +27,9 @@ private slots:
     void vhdlTopHasVerilogLeaves();
     void verilogTopHasVhdlLeaf();
     void vhdlFilesNeedNoOrder();
+    void yosysNetlistOpens();
+    void brokenYosysNetlistIsAnError();
+    void yosysNetlistStandsAlone();
     void listsFollowTheTop_data();
     void listsFollowTheTop();
     void errorsNameThePlace_data();
@@ -164,6 +167,42 @@ void tst_Extraction::vhdlFilesNeedNoOrder()
     test.add(test.write("a.vhd", "package q is constant M : natural := 1; end;"));
     QCOMPARE(test.modules().errors(), QStringList());
     QCOMPARE(test.netlist()->top->name(), QString("c"));
+}
+
+void tst_Extraction::yosysNetlistOpens()
+{
+    ExtractionTest test;
+    test.addData({"yosys/small.json"});
+    const ModulesAnswer answer = test.modules();
+    QCOMPARE(answer.messages, QStringList());
+    QCOMPARE(answer.topModules, QStringList{"top"});
+    const auto netlist = test.netlist();
+    QCOMPARE(levelLines(*netlist), (QStringList{"top top", "top/u leaf"}));
+    QCOMPARE(netLines(*netlist), (QStringList{"top/clk", "top/u/a", "top/q[1:0]"}));
+    QCOMPARE(test.modules("leaf").topModules, QStringList{"leaf"});
+    QCOMPARE(test.netlist()->top->name(), QString("leaf"));
+    QCOMPARE(test.modules("nosuch").modules, QStringList());
+    QCOMPARE(test.extraction->toolRuns(), 0);
+}
+
+void tst_Extraction::brokenYosysNetlistIsAnError()
+{
+    ExtractionTest test;
+    const QString file = test.write("a.json", "{\"modules\": {");
+    test.add(file);
+    const QStringList errors = test.modules().errors();
+    QCOMPARE(errors.size(), 1);
+    QVERIFY2(errors.first().startsWith("ERROR: " + file + ": "), qPrintable(errors.first()));
+    QCOMPARE(test.netlist()->top->name(), QString());
+}
+
+void tst_Extraction::yosysNetlistStandsAlone()
+{
+    ExtractionTest test;
+    test.addData({"yosys/small.json", "net/mac_rx.v"});
+    QCOMPARE(
+        test.modules().messages,
+        QStringList("ERROR: a netlist in a \".json\" file can't be combined with other files"));
 }
 
 void tst_Extraction::listsFollowTheTop_data()
