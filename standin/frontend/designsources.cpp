@@ -181,9 +181,12 @@ QByteArray readRegularFile(const QString &path, qint64 longest, QString *error)
     } else if (!file.open(descriptor, QIODevice::ReadOnly)) {
         *error = file.errorString();
     } else {
-        bytes = file.read(longest);
-        if (bytes.isNull())
+        // A read sets aside all that it asks for, so it asks for what there is.
+        bytes = file.read(status.st_size);
+        if (status.st_size == 0)
             bytes = QByteArray("");
+        else if (bytes.isNull())
+            *error = file.errorString();
     }
     ::close(descriptor);
     return bytes;
