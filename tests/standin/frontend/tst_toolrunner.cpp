@@ -192,11 +192,11 @@ void tst_ToolRunner::cancelledBeforeTheStartRunsNothing()
 void tst_ToolRunner::quittingKillsTheTool()
 {
     Standin::Progress progress;
-    QTimer::singleShot(50, qApp, SLOT(quit()));
+    QTimer::singleShot(50, QCoreApplication::instance(), SLOT(quit()));
     QCOMPARE(Standin::runTool(shell("sleep 60"), limits, progress).outcome, ToolOutcome::Cancelled);
     QVERIFY(progress.isCancelled());
     // Until an event loop of the application has run, no other loop would.
-    QTimer::singleShot(0, qApp, SLOT(quit()));
+    QTimer::singleShot(0, QCoreApplication::instance(), SLOT(quit()));
     QCoreApplication::exec();
 }
 
