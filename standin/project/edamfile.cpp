@@ -84,7 +84,12 @@ bool EdamFileState::write(const YamlNode &changed, QString *error)
         return false;
     }
 
-    const QByteArray text = head + writeYaml(changed);
+    const QByteArray document = writeYaml(changed);
+    if (document.isNull()) {
+        *error = "The project file " + native + " holds what cannot be written without loss.";
+        return false;
+    }
+    const QByteArray text = head + document;
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.commit()) {
         *error = "Cannot write the project file " + native + ": " + file.errorString() + ".";

@@ -78,6 +78,28 @@ void YamlNode::removeKey(const QString &key)
     items.erase(at - 1, at + 1);
 }
 
+static bool mayGetQuotes(const QString &text)
+{
+    for (const QChar character : text) {
+        if (!character.isLetterOrNumber() && !QString("+-._:").contains(character))
+            return true;
+    }
+    return false;
+}
+
+bool isFaithful(const YamlNode &a, const YamlNode &b)
+{
+    const bool sameQuotes = a.quoted == b.quoted || (b.quoted && mayGetQuotes(a.text));
+    if (a.kind != b.kind || a.text != b.text || !sameQuotes || a.tag != b.tag
+        || a.items.size() != b.items.size())
+        return false;
+    for (size_t i = 0; i < a.items.size(); ++i) {
+        if (!isFaithful(a.items[i], b.items[i]))
+            return false;
+    }
+    return true;
+}
+
 namespace {
 
 class AliasExpander

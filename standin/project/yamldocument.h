@@ -64,8 +64,13 @@ struct YamlError
 /// \param root stays as it is on failure.
 HOST_EXPORT bool readYaml(const QByteArray &bytes, YamlNode *root, YamlError *error);
 
+/// Whether \a b says the same as \a a, of which it is a copy that was written and read. A plain
+/// text may have got quotes, if nobody can take it for a number or a word of YAML.
+HOST_EXPORT bool isFaithful(const YamlNode &a, const YamlNode &b);
+
 /// The document in UTF-8 with LF, which reads back as the same values in the same order. Anchors
-/// get new names.
+/// get new names. \return null if the emitter finds no text for \a root that does. Ordinary
+/// documents all have one.
 HOST_EXPORT QByteArray writeYaml(const YamlNode &root);
 
 /// Puts a copy of what it stands for in the place of each alias.

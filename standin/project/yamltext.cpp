@@ -283,7 +283,13 @@ bool readYaml(const QByteArray &bytes, YamlNode *root, YamlError *error)
 
 QByteArray writeYaml(const YamlNode &root)
 {
-    return TreeEmitter().text(root);
+    // The emitter has corners in which what it writes is something else, so it isn't trusted.
+    const QByteArray text = TreeEmitter().text(root);
+    YamlNode back;
+    YamlError error;
+    if (!readYaml(text, &back, &error) || !isFaithful(root, back))
+        return QByteArray();
+    return text;
 }
 
 } // namespace Standin

@@ -22,6 +22,8 @@ private slots:
     void otherFormsAreWrittenCanonically();
     void writtenTextReadsBackEqual_data();
     void writtenTextReadsBackEqual();
+    void copyIsFaithfulUnlessItsMeaningChanges_data();
+    void copyIsFaithfulUnlessItsMeaningChanges();
     void linesCountFromOne();
     void valuesAreFoundByKey();
     void valuesAreSetInPlaceOrAppended();
@@ -149,6 +151,31 @@ void TestProjectYaml::writtenTextReadsBackEqual()
     const QByteArray written = writeYaml(root);
     QVERIFY2(equal(parsed(written), root), written.constData());
     QCOMPARE(writeYaml(parsed(written)), written);
+}
+
+void TestProjectYaml::copyIsFaithfulUnlessItsMeaningChanges_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QByteArray>("copy");
+    QTest::addColumn<bool>("faithful");
+
+    QTest::newRow("same") << QByteArray("a: 1") << QByteArray("{a: 1}") << true;
+    QTest::newRow("quoted-number") << QByteArray("1.0") << QByteArray("\"1.0\"") << false;
+    QTest::newRow("quoted-word") << QByteArray("true") << QByteArray("\"true\"") << false;
+    QTest::newRow("quoted-text") << QByteArray("a (b)") << QByteArray("\"a (b)\"") << true;
+    QTest::newRow("lost-quotes") << QByteArray("\"a (b)\"") << QByteArray("a (b)") << false;
+    QTest::newRow("other-text") << QByteArray("a") << QByteArray("b") << false;
+    QTest::newRow("other-order") << QByteArray("[a, b]") << QByteArray("[b, a]") << false;
+    QTest::newRow("other-kind") << QByteArray("[a, b]") << QByteArray("{a: b}") << false;
+    QTest::newRow("missing") << QByteArray("[a, b]") << QByteArray("[a]") << false;
+    QTest::newRow("tag") << QByteArray("!t a") << QByteArray("a") << false;
+}
+
+void TestProjectYaml::copyIsFaithfulUnlessItsMeaningChanges()
+{
+    QFETCH(QByteArray, text);
+    QFETCH(QByteArray, copy);
+    QTEST(Standin::isFaithful(parsed(text), parsed(copy)), "faithful");
 }
 
 void TestProjectYaml::linesCountFromOne()
