@@ -79,6 +79,7 @@ void DialogScript::meet(QWidget *window)
 
     const QPointer<QWidget> guarded = window;
     const Step step = steps.takeFirst();
+    window->activateWindow();
     if (!QTest::qWaitForWindowActive(window))
         surprise("the window doesn't become active: " + describe(window));
     step.answer(window);

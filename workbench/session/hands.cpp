@@ -5,21 +5,22 @@
 
 #include <QApplication>
 #include <QTest>
+#include <QTimer>
 #include <QTreeWidget>
 #include <QWindow>
 
 namespace Hands {
 
-// A window manager gives the focus to the window that is clicked, and to the one behind when a
-// dialog closes. The offscreen platform leaves both to its user.
+// A user goes on when the window in front has the focus. A window manager gives it to the window
+// that is clicked, and to the one behind when a dialog closes; not every platform has one.
 static QWindow *activated(QWidget *topLevel)
 {
-    QWindow *window = topLevel ? topLevel->windowHandle() : nullptr;
-    if (window && QGuiApplication::focusWindow() != window && !QApplication::activePopupWidget()) {
+    if (!topLevel->isActiveWindow() && !QApplication::activePopupWidget()) {
         topLevel->activateWindow();
-        QApplication::processEvents();
+        if (!QTest::qWaitForWindowActive(topLevel))
+            qWarning("a window doesn't become active: %s", qPrintable(topLevel->windowTitle()));
     }
-    return window;
+    return topLevel->windowHandle();
 }
 
 static QWindow *windowOf(const QWidget *widget)
@@ -27,10 +28,9 @@ static QWindow *windowOf(const QWidget *widget)
     return activated(widget->window());
 }
 
-static QWindow *windowWithFocus()
+// The modal window in front, or else the main window.
+static QWindow *windowForKeys()
 {
-    if (QWindow *window = QGuiApplication::focusWindow())
-        return window;
     if (QWidget *modal = QApplication::activeModalWidget())
         return activated(modal);
     const QWidgetList windows = QApplication::topLevelWidgets();
@@ -77,16 +77,45 @@ void doubleClickRow(QTreeWidget *tree, QTreeWidgetItem *item)
         doubleClick(tree->viewport(), placeOfRow(tree, item));
 }
 
+bool canDrag()
+{
+    return QGuiApplication::platformName() != "offscreen";
+}
+
+// The third move starts the drag, and with it an event loop in which the timers go on. Each step is
+// a timer of its own, since none fires again while its own slot runs.
+void dragRow(QTreeWidget *tree, QTreeWidgetItem *item, QPoint to)
+{
+    QWindow *window = windowOf(tree);
+    if (!window || !item)
+        return;
+    const QPoint start = placeInWindow(tree->viewport(), placeOfRow(tree, item));
+    const QPoint goal = placeInWindow(tree->viewport(), to);
+    QTest::mousePress(window, Qt::LeftButton, {}, start);
+    QTest::mouseMove(window, start + QPoint(1, 0));
+
+    bool released = false;
+    QTimer::singleShot(0, tree, [=] { QTest::mouseMove(window, goal - QPoint(0, 1)); });
+    QTimer::singleShot(0, tree, [=] { QTest::mouseMove(window, goal); });
+    QTimer::singleShot(0, tree, [=, &released] {
+        QTest::mouseRelease(window, Qt::LeftButton, {}, goal);
+        released = true;
+    });
+    QTest::mouseMove(window, start + QPoint(QApplication::startDragDistance() + 2, 0));
+    if (!QTest::qWaitFor([&] { return released; }))
+        qWarning("a drag doesn't end");
+}
+
 void key(Qt::Key key, Qt::KeyboardModifiers modifiers)
 {
-    if (QWindow *window = windowWithFocus())
+    if (QWindow *window = windowForKeys())
         QTest::keyClick(window, key, modifiers);
 }
 
 void type(const QString &text)
 {
     for (const QChar letter : text) {
-        if (QWindow *window = windowWithFocus())
+        if (QWindow *window = windowForKeys())
             QTest::sendKeyEvent(QTest::Click, window, Qt::Key(letter.toUpper().unicode()),
                                 QString(letter), Qt::NoModifier);
     }

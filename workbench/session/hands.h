@@ -30,10 +30,16 @@ void clickRow(QTreeWidget *tree, QTreeWidgetItem *item, Qt::KeyboardModifiers mo
 
 void doubleClickRow(QTreeWidget *tree, QTreeWidgetItem *item);
 
-/// Presses and releases a key in the window that has the focus.
+/// Whether dragRow() can do something: the offscreen platform has no drags.
+bool canDrag();
+
+/// Drags the row \a item of \a tree to the place \a to of its viewport, and drops it there.
+void dragRow(QTreeWidget *tree, QTreeWidgetItem *item, QPoint to);
+
+/// Presses and releases a key in the window in front.
 void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {});
 
-/// Types \a text into whatever has the focus.
+/// Types \a text into whatever has the focus in the window in front.
 void type(const QString &text);
 
 } // namespace Hands

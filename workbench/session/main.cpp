@@ -39,7 +39,9 @@ static bool playSession(const QString &folder)
         fprintf(stderr, "workbench-session: %s\n", qPrintable(error));
         return false;
     }
+    // Not every display has a window manager that hands out the focus.
     runtime.window()->show();
+    runtime.window()->activateWindow();
     if (!QTest::qWaitForWindowActive(runtime.window())) {
         fprintf(stderr, "workbench-session: the window doesn't become active\n");
         return false;

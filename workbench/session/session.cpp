@@ -198,24 +198,34 @@ void Session::pickByExpression()
                 "beacon_soc/u_io/u_uart/u_rx_fifo/do_pull"});
 }
 
-// What is taken out and added again stands at the end.
+// The first row goes to the end. Without drags it is taken out and added again.
 void Session::changeOrder()
 {
     editPort("treeProbeIn", 0, [this](QWidget *dialog) {
         auto *tree = stage.find<QTreeWidget>(dialog, "treeWidget");
-        Hands::clickRow(tree, tree->topLevelItem(0));
-        Hands::click(stage.find(dialog, "btnRemove"));
-        searchNets(stage.find(dialog, "btnAdd"), [this](QWidget *search) {
-            lookFor(search, normal, "u_uart/tx_byte");
-            Hands::click(stage.find(search, "btnAddAll"));
-            accept(search);
-        });
+        if (Hands::canDrag()) {
+            Hands::dragRow(tree, tree->topLevelItem(0),
+                           tree->viewport()->rect().center() + QPoint(0, 50));
+        } else {
+            Hands::clickRow(tree, tree->topLevelItem(0));
+            Hands::click(stage.find(dialog, "btnRemove"));
+            addAll(dialog, "u_uart/tx_byte");
+        }
         stage.takePicture(dialog, "order");
         accept(dialog);
     });
     stage.same("signals of Probe In0", signalRows("treeProbeIn", 0),
                {"beacon_soc/u_io/u_uart/tx_level[4:0]", "beacon_soc/u_io/u_uart/tx_empty",
                 "beacon_soc/u_io/u_uart/tx_byte[7:0]"});
+}
+
+void Session::addAll(QWidget *dialog, const QString &pattern)
+{
+    searchNets(stage.find(dialog, "btnAdd"), [this, pattern](QWidget *search) {
+        lookFor(search, normal, pattern);
+        Hands::click(stage.find(search, "btnAddAll"));
+        accept(search);
+    });
 }
 
 void Session::setValue()

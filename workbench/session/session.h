@@ -55,6 +55,7 @@ private:
     void searchNets(QWidget *button, const Act &act);
     void lookFor(QWidget *dialog, const char *mode, const QString &pattern);
     void take(QWidget *dialog, const QStringList &names);
+    void addAll(QWidget *dialog, const QString &pattern);
     void accept(QWidget *dialog);
 
     QString pathOf(const QString &name) const;

@@ -46,8 +46,11 @@ void Stage::run(const QString &title, const std::function<void()> &step)
 
 void Stage::fail(const QString &text)
 {
-    if (problem.isEmpty())
-        problem = text;
+    if (failed())
+        return;
+    problem = text;
+    QWidget *front = QApplication::activeModalWidget();
+    (front ? front : window)->grab().save(directory.filePath("failure.png"));
 }
 
 static QString difference(const QStringList &actual, const QStringList &expected)

@@ -28,6 +28,7 @@ public:
     void run(const QString &title, const std::function<void()> &step);
 
     bool failed() const { return !problem.isEmpty(); }
+    /// Notes the first difference, and stores a picture of the window in front as "failure.png".
     void fail(const QString &text);
 
     /// Compares lists line by line; \a what says what they are.
