@@ -4,6 +4,7 @@
 #include "mainwindow.h"
 
 #include "filekinds.h"
+#include "hintlabel.h"
 #include "messagespane.h"
 #include "projectpanel.h"
 #include "recentfiles.h"
@@ -42,6 +43,7 @@ MainWindow::MainWindow(Standin::Host *services, const Standin::MolkBridge *plugi
     : host(services)
     , bridge(plugin)
     , documents(services->documentArea())
+    , hint(new HintLabel(tr("Open a configuration or a project, or drop files here."), documents))
     , projectPanel(new ProjectPanel(this))
     , messagesPane(new MessagesPane(this))
     , recentFiles(new RecentFiles("recent/files", this))
@@ -255,6 +257,8 @@ void MainWindow::refreshTitle()
 {
     const Core::IView *view = documents->activeView();
     closeAction->setEnabled(view != nullptr);
+    hint->setVisible(!view);
+    hint->raise();
 
     QStringList parts;
     if (view)

@@ -25,6 +25,7 @@ class MolkBridge;
 
 namespace Workbench {
 
+class HintLabel;
 class MessagesPane;
 class ProjectPanel;
 class RecentFiles;
@@ -111,6 +112,7 @@ private:
     Standin::Host *host;
     const Standin::MolkBridge *bridge;
     Standin::DocumentArea *documents;
+    HintLabel *hint;
     ProjectPanel *projectPanel;
     MessagesPane *messagesPane;
     RecentFiles *recentFiles;

@@ -21,6 +21,7 @@
 #include <QFileDialog>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QScreen>
 #include <QSettings>
 #include <QToolBar>
 
@@ -184,7 +185,7 @@ void MainWindow::onAbout()
 
 void MainWindow::restoreLayout()
 {
-    resize(1280, 820);
+    resize(QSize(1280, 820).boundedTo(screen()->availableSize()));
     const QSettings settings;
     restoreGeometry(settings.value("window/geometry").toByteArray());
     restoreState(settings.value("window/state").toByteArray());

@@ -39,7 +39,9 @@ static bool playSession(const QString &folder)
         fprintf(stderr, "workbench-session: %s\n", qPrintable(error));
         return false;
     }
-    // Not every display has a window manager that hands out the focus.
+    // The pictures have the same size on every screen, and not every display has a window manager
+    // that hands out the focus.
+    runtime.window()->resize(1280, 820);
     runtime.window()->show();
     runtime.window()->activateWindow();
     if (!QTest::qWaitForWindowActive(runtime.window())) {
