@@ -151,6 +151,26 @@ static QVector<DrivingPort> drivingPorts(const QList<MolkCore *> &cores)
     return ports;
 }
 
+static QString driversFault(const DriverTable &table, int net, const QVector<DrivingPort> &ports)
+{
+    const QLatin1String begin("ERROR:Signal \"");
+    const QLatin1String middle("\" has multiple drivers(");
+    int size = begin.size() + table.nameOf(net).size() + middle.size() + 1;
+    for (int driver = net; driver >= 0; driver = table.next(driver))
+        size += ports.at(table.portOf(driver)).description.size() + 2;
+
+    QString fault;
+    fault.reserve(size);
+    fault.append(begin).append(table.nameOf(net)).append(middle);
+    for (int driver = net; driver >= 0; driver = table.next(driver)) {
+        if (driver != net)
+            fault.append(' ');
+        // A comma stands behind the last description too.
+        fault.append(ports.at(table.portOf(driver)).description).append(',');
+    }
+    return fault.append(')');
+}
+
 static QStringList driverFaults(const QVector<DrivingPort> &ports)
 {
     int count = 0;
@@ -170,16 +190,8 @@ static QStringList driverFaults(const QVector<DrivingPort> &ports)
     QStringList faults;
     const QVector<int> nets = table.repeatedNets();
     faults.reserve(nets.size());
-    for (int net : nets) {
-        QString fault = "ERROR:Signal \"" + table.nameOf(net) + "\" has multiple drivers(";
-        for (int driver = net; driver >= 0; driver = table.next(driver)) {
-            if (driver != net)
-                fault += ' ';
-            // A comma stands behind the last description too.
-            fault += ports.at(table.portOf(driver)).description + ',';
-        }
-        faults.append(fault + ')');
-    }
+    for (int net : nets)
+        faults.append(driversFault(table, net, ports));
     return faults;
 }
 
