@@ -21,7 +21,7 @@ public:
     /// The path from the top module's name down to this net, unique in the design.
     virtual QString fullPathName() const = 0;
 
-    bool noProbeIn = false; ///< May not be watched: the net carries nothing to see.
+    bool noProbeIn = false;  ///< May not be watched: the net carries nothing to see.
     bool noProbeOut = false; ///< May not be driven by a probe.
 };
 

@@ -28,7 +28,7 @@ public:
     /// on the first call, and are the same objects on every call.
     virtual QList<RtlNet *> nets() const = 0;
 
-    bool noProbeIn = false; ///< No bit may be watched.
+    bool noProbeIn = false;  ///< No bit may be watched.
     bool noProbeOut = false; ///< At least one bit may not be driven.
 };
 

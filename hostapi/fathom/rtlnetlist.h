@@ -23,7 +23,7 @@ public:
     virtual RtlNet *findNet(const QString &fullPathName) const = 0;
 
     Hierachy *top = nullptr; ///< Root of the hierarchy; never null in a netlist that was delivered.
-    bool usesJtag = false; ///< The design itself instantiates the primitive OD_JTAG.
+    bool usesJtag = false;   ///< The design itself instantiates the primitive OD_JTAG.
 };
 
 } // namespace FATHOM

@@ -17,7 +17,7 @@ struct DesignFile
     /// Kind of file. 2, 3 and 4 are the kinds that hold RTL: Verilog, SystemVerilog and VHDL.
     int type = 0;
 
-    bool enable = false; ///< The file takes part in the design.
+    bool enable = false;          ///< The file takes part in the design.
     QMap<QString, QVariant> data; ///< Whatever else the host knows of the file.
 };
 

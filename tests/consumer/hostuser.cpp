@@ -28,7 +28,8 @@ public:
     void handleIEvent(const QUtil::IEvent *event) override
     {
         if (event->get("option").toString() == QLatin1String("TopModule"))
-            top = TE::TaskEngine::instance()->designManager()->getOptionValue("TopModule").toString();
+            top =
+                TE::TaskEngine::instance()->designManager()->getOptionValue("TopModule").toString();
     }
 
     QString top;

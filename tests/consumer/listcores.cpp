@@ -17,8 +17,8 @@ int main(int argc, char *argv[])
         return 2;
     bool ok = false;
     QString error;
-    const QList<MOLK::MolkCore *> cores
-        = MOLK::readMOLKConfigFromXml(QString::fromLocal8Bit(argv[1]), &ok, &error);
+    const QList<MOLK::MolkCore *> cores =
+        MOLK::readMOLKConfigFromXml(QString::fromLocal8Bit(argv[1]), &ok, &error);
     if (!ok) {
         out << error << '\n';
         return 1;
