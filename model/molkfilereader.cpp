@@ -169,7 +169,8 @@ void MolkFileReader::readVersion()
 void MolkFileReader::readCore()
 {
     auto core = std::make_unique<MolkCore>(int(cores.size()));
-    for (const QXmlStreamAttribute &attribute : xml.attributes()) {
+    const QXmlStreamAttributes attributes = xml.attributes();
+    for (const QXmlStreamAttribute &attribute : attributes) {
         if (attribute.qualifiedName() == Format::idAttribute)
             readNumber(attribute, &core->id);
         else if (attribute.qualifiedName() == Format::moduleAttribute)
@@ -204,7 +205,8 @@ void MolkFileReader::readCore()
 
 void MolkFileReader::readPort(ProbeIn *port, ProbeOut *valued, QLatin1String element)
 {
-    for (const QXmlStreamAttribute &attribute : xml.attributes()) {
+    const QXmlStreamAttributes attributes = xml.attributes();
+    for (const QXmlStreamAttribute &attribute : attributes) {
         if (attribute.qualifiedName() == Format::numberAttribute)
             readNumber(attribute, &port->number);
         else if (valued && attribute.qualifiedName() == Format::valueAttribute)
@@ -242,7 +244,8 @@ void MolkFileReader::readSignals(QList<SignalItem> *items, int nesting, QLatin1S
 void MolkFileReader::readSignalAttributes(SignalItem *item, QLatin1String element)
 {
     bool named = false;
-    for (const QXmlStreamAttribute &attribute : xml.attributes()) {
+    const QXmlStreamAttributes attributes = xml.attributes();
+    for (const QXmlStreamAttribute &attribute : attributes) {
         const QStringRef name = attribute.qualifiedName();
         if (name == Format::nameAttribute) {
             item->name = readText(attribute);
@@ -320,7 +323,8 @@ bool MolkFileReader::nextChild(QLatin1String parent)
 
 void MolkFileReader::refuseAttributes(QLatin1String element)
 {
-    for (const QXmlStreamAttribute &attribute : xml.attributes())
+    const QXmlStreamAttributes attributes = xml.attributes();
+    for (const QXmlStreamAttribute &attribute : attributes)
         failAtAttribute(attribute, element);
 }
 

@@ -202,7 +202,8 @@ static QByteArray stub(const QByteArray &type, const StubShape &shape)
 QByteArray stubModules(const DesignGraph &graph)
 {
     QMap<QByteArray, StubShape> shapes;
-    for (const QByteArray &type : graph.unknownTypes())
+    const auto types = graph.unknownTypes();
+    for (const QByteArray &type : types)
         shapes.insert(type, StubShape());
     for (const ScannedModule &module : graph.all()) {
         for (const InstanceUse &use : module.instances) {

@@ -26,7 +26,8 @@ ExtractionDialog::ExtractionDialog(Progress *progressOfReading, int fileCount, i
     setRange(0, 0);
     setValue(0);
     // File names have no place in it, but what looks like markup must stay text all the same.
-    for (QLabel *label : findChildren<QLabel *>())
+    const auto labels = findChildren<QLabel *>();
+    for (QLabel *label : labels)
         label->setTextFormat(Qt::PlainText);
 
     connect(progress, SIGNAL(stageChanged(QString)), this, SLOT(onStageChanged(QString)));

@@ -86,7 +86,8 @@ QStringList rewriteVerilatorLog(const QByteArray &text, const DirectoryFarm &far
 {
     static const QRegularExpression shape("\\A%(Error|Warning)(?:-([A-Z0-9_]+))?: (.*)\\z");
     LogLines lines;
-    for (const QByteArray &raw : text.split('\n')) {
+    const auto lines = text.split('\n');
+    for (const QByteArray &raw : lines) {
         const QRegularExpressionMatch match = shape.match(QString::fromUtf8(raw).trimmed());
         if (raw.startsWith(' ') || !match.hasMatch())
             continue;
@@ -105,7 +106,8 @@ QStringList rewriteGhdlLog(const QByteArray &text, const DirectoryFarm &farm, bo
         "\\A(s[0-9]+\\.vhd):([0-9]+):([0-9]+): ?(warning|note|error)?:? ?(.*)\\z");
     static const QRegularExpression general("\\A[^ :]*ghdl[^ :]*:(?:error: )?(.*)\\z");
     LogLines lines;
-    for (const QByteArray &raw : text.split('\n')) {
+    const auto lines = text.split('\n');
+    for (const QByteArray &raw : lines) {
         const QString line = QString::fromUtf8(raw);
         const QRegularExpressionMatch match = shape.match(line);
         if (!match.hasMatch()) {

@@ -150,7 +150,8 @@ bool VerilatorReading::addEntity(const QByteArray &entity, const InstanceUse *us
         if (!artifact->sourceNames.contains(it.key()))
             artifact->sourceNames.insert(it.key(), it.value());
     }
-    for (ScannedModule part : result.graph.all()) {
+    for (const ScannedModule &scanned : result.graph.all()) {
+        ScannedModule part = scanned;
         if (module && part.name == module->name)
             part.name = wanted;
         translated.add(part);
@@ -166,7 +167,8 @@ bool VerilatorReading::translateVhdl(const QString &top, Artifact *artifact, QSt
     if (isVhdlTop(top) && !addEntity(top.toUtf8(), nullptr, top, artifact, log))
         return false;
     QHash<QByteArray, QVector<ConnectionUse>> done;
-    for (const QString &name : design.modulesBelow(top.toUtf8())) {
+    const auto names = design.modulesBelow(top.toUtf8());
+    for (const QString &name : names) {
         const ScannedModule *module = design.find(name.toUtf8());
         if (module->isVhdl)
             continue;
@@ -358,13 +360,15 @@ QStringList VerilatorReading::absentFiles() const
     // appears ahead of the file that was found would be read in its place.
     QSet<QString> names;
     for (const SourceFile &file : sources.files) {
-        for (const QString &name : includeDirectives(file.text))
+        const auto names = includeDirectives(file.text);
+        for (const QString &name : names)
             names.insert(name);
     }
     for (const QString &path : preprocessed.included) {
         QString error;
         const QByteArray text = readRegularFile(path, tools.options().sourceBytes, &error);
-        for (const QString &name : includeDirectives(text))
+        const auto names = includeDirectives(text);
+        for (const QString &name : names)
             names.insert(name);
     }
     QStringList absent;

@@ -40,7 +40,8 @@ static bool isKeyword(const char *begin, int length)
 {
     static const QSet<QByteArray> keywords = [] {
         QSet<QByteArray> set;
-        for (const QByteArray &word : QByteArray(keywordList).split(' '))
+        const auto words = QByteArray(keywordList).split(' ');
+        for (const QByteArray &word : words)
             set.insert(word);
         return set;
     }();

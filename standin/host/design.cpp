@@ -94,7 +94,8 @@ QString Design::resultFile(const QString &kind)
 
     // The names of projects may hold what file names can't, such as the colons of library paths.
     QString base = project->name();
-    base.replace(QRegularExpression("[^A-Za-z0-9_.-]"), "_");
+    static const QRegularExpression unusual("[^A-Za-z0-9_.-]");
+    base.replace(unusual, "_");
     return project->directory() + "/results/" + base + "." + kind.section('.', -1);
 }
 

@@ -295,7 +295,8 @@ YosysPlace YosysParser::place(std::string_view source)
 {
     YosysPlace result;
     const QString text = toText(source);
-    for (QStringView part : QStringView(text).split(QLatin1Char('|'))) {
+    const auto parts = QStringView(text).split(QLatin1Char('|'));
+    for (QStringView part : parts) {
         const auto colon = part.lastIndexOf(QLatin1Char(':'));
         const QStringView position = part.mid(colon + 1);
         const QStringView start = position.left(position.indexOf(QLatin1Char('-')));

@@ -158,11 +158,12 @@ private:
         if (!node)
             return;
 
+        static const QRegularExpression blanks("\\s+");
         const YamlNode &toplevel = resolve(*node);
         if (toplevel.kind == YamlNode::Sequence)
             readTexts(*node, "toplevel", &contents->tops);
         else if (toplevel.kind == YamlNode::Scalar)
-            contents->tops = toplevel.text.split(QRegularExpression("\\s+"), Qt::SkipEmptyParts);
+            contents->tops = toplevel.text.split(blanks, Qt::SkipEmptyParts);
         else if (toplevel.kind == YamlNode::Map)
             error(*node, "toplevel", "is neither a text nor a list");
     }
