@@ -76,7 +76,8 @@ void ProbePortsOptionWidget::storeToModel()
 {
     core->setUserClockName(ui->lineEditUserClock->text());
     core->useUserClock = ui->checkUserClock->isChecked();
-    for (ProbeOut *port : core->getAllProbeOuts()) {
+    const QList<ProbeOut *> probeOuts = core->getAllProbeOuts();
+    for (ProbeOut *port : probeOuts) {
         // text() would leave out the blanks, and a blank is a digit here.
         if (const InitialValueLine *line = valueLine(port->number))
             port->setValue(line->displayText());

@@ -86,8 +86,8 @@ QStringList rewriteVerilatorLog(const QByteArray &text, const DirectoryFarm &far
 {
     static const QRegularExpression shape("\\A%(Error|Warning)(?:-([A-Z0-9_]+))?: (.*)\\z");
     LogLines lines;
-    const auto lines = text.split('\n');
-    for (const QByteArray &raw : lines) {
+    const auto rawLines = text.split('\n');
+    for (const QByteArray &raw : rawLines) {
         const QRegularExpressionMatch match = shape.match(QString::fromUtf8(raw).trimmed());
         if (raw.startsWith(' ') || !match.hasMatch())
             continue;
@@ -106,8 +106,8 @@ QStringList rewriteGhdlLog(const QByteArray &text, const DirectoryFarm &farm, bo
         "\\A(s[0-9]+\\.vhd):([0-9]+):([0-9]+): ?(warning|note|error)?:? ?(.*)\\z");
     static const QRegularExpression general("\\A[^ :]*ghdl[^ :]*:(?:error: )?(.*)\\z");
     LogLines lines;
-    const auto lines = text.split('\n');
-    for (const QByteArray &raw : lines) {
+    const auto rawLines = text.split('\n');
+    for (const QByteArray &raw : rawLines) {
         const QString line = QString::fromUtf8(raw);
         const QRegularExpressionMatch match = shape.match(line);
         if (!match.hasMatch()) {

@@ -150,8 +150,8 @@ bool VerilatorReading::addEntity(const QByteArray &entity, const InstanceUse *us
         if (!artifact->sourceNames.contains(it.key()))
             artifact->sourceNames.insert(it.key(), it.value());
     }
-    for (const ScannedModule &scanned : result.graph.all()) {
-        ScannedModule part = scanned;
+    for (const ScannedModule &other : result.graph.all()) {
+        ScannedModule part = other;
         if (module && part.name == module->name)
             part.name = wanted;
         translated.add(part);
@@ -360,15 +360,15 @@ QStringList VerilatorReading::absentFiles() const
     // appears ahead of the file that was found would be read in its place.
     QSet<QString> names;
     for (const SourceFile &file : sources.files) {
-        const auto names = includeDirectives(file.text);
-        for (const QString &name : names)
+        const auto wanted = includeDirectives(file.text);
+        for (const QString &name : wanted)
             names.insert(name);
     }
     for (const QString &path : preprocessed.included) {
         QString error;
         const QByteArray text = readRegularFile(path, tools.options().sourceBytes, &error);
-        const auto names = includeDirectives(text);
-        for (const QString &name : names)
+        const auto wanted = includeDirectives(text);
+        for (const QString &name : wanted)
             names.insert(name);
     }
     QStringList absent;

@@ -171,7 +171,8 @@ std::vector<quint32> MemberAccess::stepsTo(quint32 dotted)
 {
     std::vector<quint32> steps;
     const QString text = design->names.string(dotted);
-    for (QStringView step : QStringView(text).split(QLatin1Char('.')))
+    const auto parts = QStringView(text).split(QLatin1Char('.'));
+    for (QStringView step : parts)
         steps.push_back(design->names.intern(withoutToolMarks(step)));
     return steps;
 }
