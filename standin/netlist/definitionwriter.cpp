@@ -34,8 +34,12 @@ static QByteArray flagsFromLeft(const NetShape &shape, const BitFacts *facts, bo
         return char(int(flags));
     };
     const qint64 elements = shape.elements();
-    QByteArray flags;
     bool any = false;
+    for (qint64 bit = 0; bit < elements * shape.width && !any; ++bit)
+        any = flagsAt(bit) != 0;
+    if (!any)
+        return QByteArray();
+    QByteArray flags;
     flags.reserve(int(elements * shape.width));
     for (qint64 element = 0; element < elements; ++element) {
         qint64 fromLowest = 0;
@@ -49,12 +53,10 @@ static QByteArray flagsFromLeft(const NetShape &shape, const BitFacts *facts, bo
             stride *= dimension.size();
             rest /= dimension.size();
         }
-        for (qint64 bit = shape.width - 1; bit >= 0; --bit) {
+        for (qint64 bit = shape.width - 1; bit >= 0; --bit)
             flags += flagsAt(fromLowest * shape.width + bit);
-            any = any || flags.at(flags.size() - 1) != 0;
-        }
     }
-    return any ? flags : QByteArray();
+    return flags;
 }
 
 // Instances and scopes whose own definitions are there already.
@@ -112,12 +114,15 @@ int writeDefinitions(RawDesign *design, const RawModule &module, const ModuleFac
     for (std::size_t i = 0; i < module.variables.size(); ++i) {
         const RawVariable &variable = module.variables[i];
         const BitFacts *bits = facts.of(i);
-        if (!bits || !module.scopes[variable.scope].isListed
-            || isToolName(variable.sourceName, traits.isVhdl))
+        if (!bits || !module.scopes[variable.scope].isListed)
+            continue;
+        const QString name = variable.sourceName.isNull() ? design->names.string(variable.name)
+                                                          : variable.sourceName;
+        if (isToolName(name, traits.isVhdl))
             continue;
         const NetShape &shape = design->types.shape(variable.type);
         NetDeclaration net;
-        net.name = variable.sourceName;
+        net.name = name;
         net.dimensions = shape.dimensions;
         net.isBus = shape.isBus;
         net.range = shape.range;

@@ -36,6 +36,15 @@ static qint64 elementCount(const NetDeclaration &declaration)
     return count;
 }
 
+// Names that differ as texts may be one as UTF-8, which has nothing for half a character.
+static bool takeName(StringInterner *declared, const QString &name, const QByteArray &utf8)
+{
+    const quint32 count = declared->count();
+    const bool isAscii = utf8.size() == name.size();
+    declared->intern(isAscii ? name : QString::fromUtf8(utf8));
+    return declared->count() > count;
+}
+
 bool ModuleDefinition::addNet(const NetDeclaration &declaration)
 {
     const qint64 elements = elementCount(declaration);
@@ -46,9 +55,8 @@ bool ModuleDefinition::addNet(const NetDeclaration &declaration)
     if (!declaration.flags.isEmpty() && declaration.flags.size() != elements * width)
         return false;
     const QByteArray name = declaration.name.toUtf8();
-    if (declaredNets.contains(name))
+    if (!takeName(&declaredNets, declaration.name, name))
         return false;
-    declaredNets.insert(name);
 
     const bool plain = declaration.dimensions.isEmpty();
     const QByteArray stem = needsEscape(name) ? escapedName(name) : name;
@@ -123,10 +131,9 @@ bool ModuleDefinition::addInstanceArray(const QString &name, int definition, Ran
 bool ModuleDefinition::takeInstance(const QString &name, Instance instance)
 {
     instance.name = name.toUtf8();
-    if (instance.name.isEmpty() || declaredInstances.contains(instance.name)
-        || expandedInstances + instance.count() > MaximumSize)
+    if (instance.name.isEmpty() || expandedInstances + instance.count() > MaximumSize
+        || !takeName(&declaredInstances, name, instance.name))
         return false;
-    declaredInstances.insert(instance.name);
     instance.ordinal = expandedInstances;
     expandedInstances += instance.count();
     instanceList.push_back(instance);
@@ -134,12 +141,12 @@ bool ModuleDefinition::takeInstance(const QString &name, Instance instance)
 }
 
 // A name that reads like a bit or an element of something else that is declared here.
-static bool isMistakable(const QByteArray &name, const QSet<QByteArray> &declared)
+static bool isMistakable(const QByteArray &name, const StringInterner &declared)
 {
     QByteArray base = name;
     qint32 index = 0;
     while (splitIndex(base, &base, &index)) {
-        if (declared.contains(base))
+        if (declared.contains(QString::fromUtf8(base)))
             return true;
     }
     return false;
@@ -164,8 +171,8 @@ void ModuleDefinition::seal()
             instance.name = escapedName(instance.name);
     }
 
-    declaredNets = QSet<QByteArray>();
-    declaredInstances = QSet<QByteArray>();
+    declaredNets.clear();
+    declaredInstances.clear();
     bracketSingles = std::vector<quint32>();
     bracketBuses = std::vector<quint32>();
     singleNets.shrink_to_fit();

@@ -4,11 +4,11 @@
 #pragma once
 
 #include "netlist/netflags.h"
+#include "netlist/stringinterner.h"
 
 #include "hostglobal.h"
 
 #include <QByteArray>
-#include <QSet>
 #include <QString>
 #include <QVector>
 
@@ -169,8 +169,8 @@ private:
 
     // While the definition is filled: what is declared, and the records to be looked at again
     // because their names end in a bracket.
-    QSet<QByteArray> declaredNets;
-    QSet<QByteArray> declaredInstances;
+    StringInterner declaredNets;
+    StringInterner declaredInstances;
     std::vector<quint32> bracketSingles;
     std::vector<quint32> bracketBuses;
 

@@ -66,8 +66,8 @@ struct RawEntry
 
 struct RawVariable
 {
-    quint32 name; ///< As references have it.
-    QString sourceName;
+    quint32 name;       ///< As references have it.
+    QString sourceName; ///< Null if it is the same.
     quint32 type;
     quint32 scope;
     int pin = 0;

@@ -9,19 +9,38 @@ namespace Standin {
 
 StringInterner::StringInterner()
     : begins(1, 0)
-    , buckets(1024, 0)
+    , buckets(16, 0)
 {
+}
+
+static quint32 hashOf(QStringView text)
+{
+    return qHash(text, uint(qGlobalQHashSeed()));
+}
+
+// The bucket that has the text, or the empty one where it belongs.
+std::size_t StringInterner::bucketOf(QStringView wanted, quint32 hash) const
+{
+    std::size_t at = hash & (buckets.size() - 1);
+    for (; buckets[at]; at = (at + 1) & (buckets.size() - 1)) {
+        const quint32 number = buckets[at] - 1;
+        if (hashes[number] == hash && text(number) == wanted)
+            break;
+    }
+    return at;
+}
+
+bool StringInterner::contains(QStringView text) const
+{
+    return buckets[bucketOf(text, hashOf(text))] != 0;
 }
 
 quint32 StringInterner::intern(QStringView text)
 {
-    const quint32 hash = qHash(text, uint(qGlobalQHashSeed()));
-    std::size_t at = hash & (buckets.size() - 1);
-    for (; buckets[at]; at = (at + 1) & (buckets.size() - 1)) {
-        const quint32 number = buckets[at] - 1;
-        if (hashes[number] == hash && this->text(number) == text)
-            return number;
-    }
+    const quint32 hash = hashOf(text);
+    const std::size_t at = bucketOf(text, hash);
+    if (buckets[at])
+        return buckets[at] - 1;
     const auto number = quint32(hashes.size());
     pool.insert(pool.end(), text.begin(), text.end());
     begins.push_back(quint32(pool.size()));

@@ -17,8 +17,17 @@ class StringInterner
 public:
     StringInterner();
 
+    /// As new, without anything that was seen.
+    void clear() { *this = StringInterner(); }
+
     /// The number of \a text, a new one if it wasn't seen before.
     quint32 intern(QStringView text);
+
+    /// Whether \a text was seen before.
+    bool contains(QStringView text) const;
+
+    /// How many texts were seen.
+    quint32 count() const { return quint32(hashes.size()); }
 
     /// The text with this number. It is valid until the next call of intern().
     QStringView text(quint32 number) const;
@@ -26,6 +35,7 @@ public:
     QString string(quint32 number) const { return text(number).toString(); }
 
 private:
+    std::size_t bucketOf(QStringView text, quint32 hash) const;
     void grow();
 
     std::vector<QChar> pool;

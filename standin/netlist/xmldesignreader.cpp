@@ -222,7 +222,8 @@ void XmlDesignReader::startVariable(Frame *frame, const Frame &parent)
 {
     RawVariable variable;
     variable.name = internAttribute("name");
-    variable.sourceName = sourceName();
+    if (attribute("origName") != attribute("name"))
+        variable.sourceName = sourceName();
     variable.type = internAttribute("dtype_id");
     variable.direction = direction("dir");
     variable.pin = attribute("pinIndex").toInt();
