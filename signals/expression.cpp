@@ -42,11 +42,13 @@ public:
         if (alternativesOutside)
             longest.clear();
         expression->required = longest;
+        expression->endsOpen = tokens.size() > 1 && tokens.last().text == "*"
+            && tokens.at(tokens.size() - 2).text == ".";
         return true;
     }
 
 private:
-    using Characters = std::bitset<Expression::Characters>;
+    using Characters = QVector<bool>; // One for each ASCII character.
 
     bool isNext(ExpressionToken::Kind kind) const
     {
@@ -58,7 +60,7 @@ private:
     bool parseRepeated(Part *part);
     bool parseOne(Part *part);
     bool addPosition(Part *part);
-    const Characters &charactersOf(const QString &piece);
+    Characters charactersOf(const QString &piece);
     void connect(const Expression::Positions &from, const Expression::Positions &to);
     void noteRequired(const ExpressionToken &token);
 
@@ -167,15 +169,15 @@ bool Parser::addPosition(Part *part)
     if (position == Expression::MostPositions)
         return false;
     expression->follow.append(Expression::Positions());
-    const Characters &stood = charactersOf(tokens.at(at).text);
+    const Characters stood = charactersOf(tokens.at(at).text);
     for (int c = 0; c < Expression::Characters; ++c)
-        expression->standsFor[c].set(size_t(position), stood.test(size_t(c)));
+        expression->standsFor[c].set(size_t(position), stood.at(c));
     part->first.set(size_t(position));
     part->last.set(size_t(position));
     return true;
 }
 
-const Parser::Characters &Parser::charactersOf(const QString &piece)
+Parser::Characters Parser::charactersOf(const QString &piece)
 {
     const auto known = pieces.constFind(piece);
     if (known != pieces.constEnd())
@@ -183,8 +185,9 @@ const Parser::Characters &Parser::charactersOf(const QString &piece)
     const QRegExp single(piece, sensitivity, QRegExp::RegExp);
     Characters characters;
     for (int c = 0; c < Expression::Characters; ++c)
-        characters.set(size_t(c), single.exactMatch(QChar(c)));
-    return *pieces.insert(piece, characters);
+        characters.append(single.exactMatch(QChar(c)));
+    pieces.insert(piece, characters);
+    return characters;
 }
 
 // Only what stands outside groups and isn't quantified has to be there.

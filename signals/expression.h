@@ -30,6 +30,9 @@ struct Expression
     QVector<Positions> follow;    ///< For each position those that may come next.
     QVector<Positions> standsFor; ///< For each character the positions that stand for it.
 
+    /// Whether it ends in any number of any characters.
+    bool endsOpen = false;
+
     /// A text that every matching ASCII name holds; often empty.
     QString required;
 };

@@ -12,9 +12,10 @@ namespace MOLK {
 
 /// An expression that many names are matched against as a whole.
 ///
-/// The answers are those of QRegExp::exactMatch(), about ten times as fast: a name runs through an
-/// automaton, one look-up a character, whose states are made when they are first met. What isn't
-/// covered, that is some expressions and all names with other characters than ASCII, goes to
+/// The answers are those of QRegExp::exactMatch(), ten times as fast and more: a name runs through
+/// an automaton, one look-up a character, whose states are made when they are first met. Names of a
+/// design begin alike, so the run starts at the end unless the expression ends in anything. What
+/// isn't covered, that is some expressions and all names with other characters than ASCII, goes to
 /// QRegExp itself.
 class ExpressionMatcher
 {
@@ -33,29 +34,38 @@ private:
     enum class Answer { Yes, No, NotAscii };
     struct State
     {
-        Expression::Positions next; // What may follow any of the state's positions.
+        Expression::Positions positions;
+        Expression::Positions next; // What may follow any of the positions.
         bool accepts;
     };
 
+    void reverse();
     void divideCharacters();
+    bool mayHoldRequired(const QString &name) const;
+    template<int direction>
     Answer run(const QString &name) const;
-    int step(int state, int characterClass) const;
-    int stateOf(const Expression::Positions &positions) const;
+    int step(int row, int character) const;
+    int rowOf(const Expression::Positions &positions) const;
+    bool leadsNowhereElse(const State &state) const;
+    int addState(const State &state) const;
     void forgetStates() const;
 
     QRegExp expression;
     bool valid;
     Expression parsed;
     bool covered;
+    bool backward = false;
+
     LiteralMatcher required;
-    bool hasRequired = false;
+    mutable int requiredTried = 0;
+    mutable int requiredFound = 0;
 
     // Characters that all positions treat alike form a class.
-    QVector<uchar> classOf;
+    QVector<int> classOf;
     QVector<Expression::Positions> standsFor; // For each class.
 
-    // State 0 is the start, state 1 the dead end. Of each state one row of the table, with -1 where
-    // nobody went yet.
+    // Each state has a row in the table with the row to go to for each character, -1 where no name
+    // went yet.
     mutable QVector<State> states;
     mutable QVector<int> table;
     mutable QHash<QByteArray, int> known;

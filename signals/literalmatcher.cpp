@@ -3,9 +3,9 @@
 
 #include "literalmatcher.h"
 
-#include <QtAlgorithms>
+#include "asciitext.h"
 
-#include <algorithm>
+#include <QtAlgorithms>
 
 #ifdef __SSE2__
 #include <emmintrin.h>
@@ -16,11 +16,6 @@ namespace MOLK {
 static const ushort *characters(const QString &text)
 {
     return reinterpret_cast<const ushort *>(text.constData());
-}
-
-static bool isAscii(const QString &text)
-{
-    return std::all_of(text.cbegin(), text.cend(), [](QChar c) { return c.unicode() < 128; });
 }
 
 // What a character is or-ed with before it is compared with `c`: for a letter the bit that tells
@@ -44,7 +39,8 @@ LiteralMatcher::LiteralMatcher(const QString &text, Qt::CaseSensitivity caseSens
     : literal(text)
     , folded(caseSensitivity == Qt::CaseSensitive ? text : text.toLower())
     , sensitivity(caseSensitivity)
-    , covered(!text.isEmpty() && (caseSensitivity == Qt::CaseSensitive || isAscii(text)))
+    , covered(!text.isEmpty()
+              && (caseSensitivity == Qt::CaseSensitive || isAscii(text.constData(), text.size())))
 {
 }
 
@@ -99,20 +95,6 @@ struct Ends
 
 } // namespace
 
-static bool holdsOthersThanAscii(const ushort *name, int size)
-{
-    __m128i all = _mm_setzero_si128();
-    int i = 0;
-    for (; i + 8 <= size; i += 8)
-        all = _mm_or_si128(all, Ends::load(name + i));
-    ushort rest = 0;
-    for (; i < size; ++i)
-        rest |= name[i];
-    const __m128i high = _mm_and_si128(all, _mm_set1_epi16(short(0xff80)));
-    const bool none = _mm_movemask_epi8(_mm_cmpeq_epi16(high, _mm_setzero_si128())) == 0xffff;
-    return !none || rest >= 128;
-}
-
 LiteralMatcher::Answer LiteralMatcher::lookInAscii(const QString &name) const
 {
     const ushort *chars = characters(name);
@@ -139,7 +121,7 @@ LiteralMatcher::Answer LiteralMatcher::lookInAscii(const QString &name) const
         if (equalsAt(chars + place, wanted, size, sensitivity))
             return Answer::Yes;
     }
-    return holdsOthersThanAscii(chars, name.size()) ? Answer::NotAscii : Answer::No;
+    return isAscii(name.constData(), name.size()) ? Answer::No : Answer::NotAscii;
 }
 
 #else
@@ -152,7 +134,7 @@ LiteralMatcher::Answer LiteralMatcher::lookInAscii(const QString &name) const
         if (equalsAt(chars + place, characters(folded), folded.size(), sensitivity))
             return Answer::Yes;
     }
-    return isAscii(name) ? Answer::No : Answer::NotAscii;
+    return isAscii(name.constData(), name.size()) ? Answer::No : Answer::NotAscii;
 }
 
 #endif

@@ -48,7 +48,7 @@ public:
         return treeLines(results->model());
     }
 
-    QTreeWidget *searchIn() const
+    QTreeWidget *scopeTree() const
     {
         return qobject_cast<QTreeWidget *>(find<QComboBox>("comboBoxSearchIn")->view());
     }
@@ -58,7 +58,7 @@ public:
     {
         auto *box = find<QComboBox>("comboBoxSearchIn");
         box->showPopup();
-        QTreeWidget *tree = searchIn();
+        QTreeWidget *tree = scopeTree();
         const QList<QTreeWidgetItem *> rows =
             tree->findItems(text, Qt::MatchExactly | Qt::MatchRecursive);
         QCOMPARE(rows.size(), 1);

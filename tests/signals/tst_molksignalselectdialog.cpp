@@ -340,14 +340,14 @@ void TestMolkSignalSelectDialog::advancedFilterStartsAtTheTop()
     const Design design = searchDesign();
     SearchFixture f(design.get());
     f.click("checkBoxAdvancedFilter");
-    QVERIFY(!f.searchIn()->currentItem());
+    QVERIFY(!f.scopeTree()->currentItem());
     QCOMPARE(f.searchFor("/"),
              QStringList({"top/data[3:0]", "  top/data[3]", "  top/data[2]", "  top/data[1]",
                           "  top/data[0]", "top/ctl[1:2]", "  top/ctl[1]", "  top/ctl[2]",
                           "top/clk", "top/Rst.n"}));
     // A row that is no level of the design counts as none.
-    f.searchIn()->addTopLevelItem(new QTreeWidgetItem(QStringList("u_core")));
-    f.searchIn()->setCurrentItem(f.searchIn()->topLevelItem(1));
+    f.scopeTree()->addTopLevelItem(new QTreeWidgetItem(QStringList("u_core")));
+    f.scopeTree()->setCurrentItem(f.scopeTree()->topLevelItem(1));
     QCOMPARE(f.searchFor("clk"), QStringList("top/clk"));
 }
 
@@ -437,7 +437,7 @@ void TestMolkSignalSelectDialog::searchButtonAndCursorAreFreeAfterASearch()
 void TestMolkSignalSelectDialog::aSearchWithoutANetlistFindsNothing()
 {
     SearchFixture f(nullptr);
-    QCOMPARE(f.searchIn()->topLevelItemCount(), 0);
+    QCOMPARE(f.scopeTree()->topLevelItemCount(), 0);
     QCOMPARE(f.searchFor(""), QStringList());
     f.click("checkBoxAdvancedFilter");
     QCOMPARE(f.searchFor(""), QStringList());
