@@ -5,7 +5,8 @@
 
 #include <QAccessible>
 #include <QCoreApplication>
-#include <QEvent>
+#include <QHelpEvent>
+#include <QToolTip>
 
 namespace MOLK {
 
@@ -44,6 +45,10 @@ bool BitLabel::event(QEvent *event)
         default:
             break;
         }
+    }
+    if (event->type() == QEvent::ToolTip && sizeHint().width() > width()) {
+        QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), text(), this);
+        return true;
     }
     return QLabel::event(event);
 }

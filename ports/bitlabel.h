@@ -11,7 +11,8 @@ namespace MOLK {
 ///
 /// Most labels are never looked at. So a label costs little until prepare(): it isn't polished, and
 /// a request to show it is only noted. From prepare() on it is a plain QLabel, which it is in every
-/// other respect before, its class name included.
+/// other respect before, its class name included. Bits that are wider than the label are shown in
+/// full as a tool tip.
 class BitLabel : public QLabel
 {
 public:

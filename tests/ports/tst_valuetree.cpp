@@ -9,9 +9,11 @@
 #include "valuetree.h"
 
 #include <QApplication>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
+#include <QToolTip>
 
 using namespace MOLK;
 
@@ -173,6 +175,7 @@ private slots:
     void scrollingAFocusedLineAwayDoesntCommit();
     void labelInAnotherTreeIsShown();
     void labelTakesFontsAndPalettesBeforeItIsShown();
+    void bitsThatDontFitAreAToolTip();
     void refreshCostsGrowWithThePage_data();
     void refreshCostsGrowWithThePage();
 };
@@ -556,6 +559,29 @@ void tst_ValueTree::labelTakesFontsAndPalettesBeforeItIsShown()
     QCOMPARE(label->palette().color(QPalette::WindowText), QColor(Qt::red));
     label->prepare();
     QVERIFY(label->isVisible());
+}
+
+static bool showsToolTip(QWidget *widget)
+{
+    QToolTip::hideText();
+    QHelpEvent event(QEvent::ToolTip, widget->rect().center(),
+                     widget->mapToGlobal(widget->rect().center()));
+    QCoreApplication::sendEvent(widget, &event);
+    return QToolTip::isVisible();
+}
+
+void tst_ValueTree::bitsThatDontFitAreAToolTip()
+{
+    const QString wide = QString("10").repeated(64);
+    PageFixture fixture(makeCore({{}}, {{bus("top/q", 128), net("top/a")}}));
+    fixture.show();
+    fixture.treeProbeOut->expandAll();
+    turnLoop();
+    fixture.line(0)->labels.at(0)->setText(wide);
+    QVERIFY(!showsToolTip(fixture.line(0)->labels.at(1)));
+    QVERIFY(showsToolTip(fixture.line(0)->labels.at(0)));
+    QCOMPARE(QToolTip::text(), wide);
+    QToolTip::hideText();
 }
 
 void tst_ValueTree::refreshCostsGrowWithThePage_data()
