@@ -161,8 +161,7 @@ void ProbePortsOptionWidget::editProbeOut(QTreeWidgetItem *item, int col)
     if (!port)
         return;
 
-    // Another netlist closes this dialog, but not one on a Probe In: what is driven must exist in
-    // the design, while what is watched is only looked up when the file is used.
+    // Another netlist closes this dialog as if cancelled; one on a Probe In stays open.
     auto *dialog = new ProbeDialog(port, netlist, 1, this);
     connect(this, SIGNAL(netlistChanged()), dialog, SLOT(closeWidget()));
     const QPointer<ProbePortsOptionWidget> self = this;
