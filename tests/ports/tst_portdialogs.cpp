@@ -1,0 +1,351 @@
+// SPDX-FileCopyrightText: The project's authors
+// SPDX-License-Identifier: MIT
+
+#include "modaldriver.h"
+#include "molksignalselectdialog.h"
+#include "pagefixture.h"
+#include "probedialog.h"
+#include "testwidgetsmain.h"
+#include "treelines.h"
+
+#include "netlist/netlistbuilder.h"
+
+#include "fathom/rtlnetlist.h"
+
+#include <QDialogButtonBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QToolButton>
+
+using namespace MOLK;
+
+class tst_PortDialogs : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void doubleClickEditsTheProbeIn();
+    void doubleClickEditsTheProbeOut();
+    void doubleClickOnASignalEditsItsPort();
+    void doubleClickOnABitEditsItsPort();
+    void doubleClickOnAValueOpensNothing();
+    void acceptedEditMarksTheDocument();
+    void cancelledEditChangesNothing();
+    void acceptedEditShowsTheNewSignals();
+    void acceptedEditUnfoldsThePort();
+    void netlistClosesAProbeOutDialog();
+    void netlistLeavesAProbeInDialogOpen();
+    void pageMayGoUnderADialog_data();
+    void pageMayGoUnderADialog();
+    void missingRowOpensNothing();
+    void pickedClockIsTakenOver();
+    void cancelledClockSearchChangesNothing();
+    void pageMayGoUnderTheClockSearch();
+};
+
+static QStringList dialogRows(const ProbeDialog *dialog)
+{
+    return treeLines(dialog->findChild<QTreeWidget *>("treeWidget")->model());
+}
+
+static void press(const QDialog *dialog, QDialogButtonBox::StandardButton button)
+{
+    dialog->findChild<QDialogButtonBox *>("buttonBox")->button(button)->click();
+}
+
+// Searches for everything and takes over the first row.
+static void pickFirst(MolkSignalSelectDialog *dialog)
+{
+    dialog->findChild<QPushButton *>("pushButtonSearch")->click();
+    auto *tree = dialog->findChild<QTreeWidget *>("treeWidget");
+    tree->topLevelItem(0)->setSelected(true);
+    dialog->findChild<QPushButton *>("btnAdd")->click();
+}
+
+void tst_PortDialogs::doubleClickEditsTheProbeIn()
+{
+    PageFixture fixture(makeCore({{}, {net("top/a"), bus("top/q", 2)}}, {{}}));
+    fixture.show();
+    ModalDriver driver;
+    driver.expectDialog<ProbeDialog>([&](ProbeDialog *dialog) {
+        QCOMPARE(dialog->windowTitle(), QString("Probe In Port"));
+        QCOMPARE(dialog->parentWidget(), fixture.page);
+        QCOMPARE(dialogRows(dialog),
+                 QStringList({"top/a", "top/q[1:0]", "  top/q[1]", "  top/q[0]"}));
+        press(dialog, QDialogButtonBox::Cancel);
+    });
+    fixture.doubleClick(fixture.treeProbeIn->topLevelItem(1));
+    QVERIFY(driver.done());
+}
+
+void tst_PortDialogs::doubleClickEditsTheProbeOut()
+{
+    PageFixture fixture(makeCore({{}}, {{}, {net("top/a")}}));
+    fixture.show();
+    ModalDriver driver;
+    driver.expectDialog<ProbeDialog>([&](ProbeDialog *dialog) {
+        QCOMPARE(dialog->windowTitle(), QString("Probe Out Port"));
+        QCOMPARE(dialog->parentWidget(), fixture.page);
+        QCOMPARE(dialogRows(dialog), QStringList({"top/a"}));
+        press(dialog, QDialogButtonBox::Cancel);
+    });
+    fixture.doubleClick(fixture.treeProbeOut->topLevelItem(1));
+    QVERIFY(driver.done());
+}
+
+void tst_PortDialogs::doubleClickOnASignalEditsItsPort()
+{
+    PageFixture fixture(makeCore({{net("top/a")}}, {{net("top/b")}}));
+    fixture.show();
+    fixture.treeProbeIn->expandAll();
+    fixture.treeProbeOut->expandAll();
+    ModalDriver driver;
+    for (const char *name : {"top/a", "top/b"})
+        driver.expectDialog<ProbeDialog>([name](ProbeDialog *dialog) {
+            QCOMPARE(dialogRows(dialog), QStringList(QString::fromLatin1(name)));
+            press(dialog, QDialogButtonBox::Cancel);
+        });
+    fixture.doubleClick(fixture.treeProbeIn->topLevelItem(0)->child(0));
+    fixture.doubleClick(fixture.treeProbeOut->topLevelItem(0)->child(0));
+    QVERIFY(driver.done());
+}
+
+void tst_PortDialogs::doubleClickOnABitEditsItsPort()
+{
+    PageFixture fixture(makeCore({{}, {bus("top/q", 2)}}, {{}}));
+    fixture.show();
+    fixture.treeProbeIn->expandAll();
+    ModalDriver driver;
+    driver.expectDialog<ProbeDialog>([](ProbeDialog *dialog) {
+        QCOMPARE(dialogRows(dialog), QStringList({"top/q[1:0]", "  top/q[1]", "  top/q[0]"}));
+        press(dialog, QDialogButtonBox::Cancel);
+    });
+    fixture.doubleClick(fixture.treeProbeIn->topLevelItem(1)->child(0)->child(1));
+    QVERIFY(driver.done());
+}
+
+void tst_PortDialogs::doubleClickOnAValueOpensNothing()
+{
+    PageFixture fixture(makeCore({{}}, {{net("top/a")}}));
+    fixture.show();
+    fixture.treeProbeOut->expandAll();
+    ModalDriver driver;
+    fixture.doubleClick(fixture.treeValue->topLevelItem(0));
+    fixture.doubleClick(fixture.treeValue->topLevelItem(0)->child(0));
+    QVERIFY(driver.done());
+}
+
+void tst_PortDialogs::acceptedEditMarksTheDocument()
+{
+    PageFixture fixture(makeCore({{net("top/a")}}, {{net("top/b")}}));
+    fixture.show();
+    QSignalSpy modifed(fixture.widget.get(), SIGNAL(modifed()));
+    ModalDriver driver;
+    for (int i = 0; i < 2; ++i)
+        driver.expectDialog<ProbeDialog>(
+            [](ProbeDialog *dialog) { press(dialog, QDialogButtonBox::Ok); });
+    fixture.doubleClick(fixture.treeProbeIn->topLevelItem(0));
+    QCOMPARE(modifed.count(), 1);
+    fixture.doubleClick(fixture.treeProbeOut->topLevelItem(0));
+    QCOMPARE(modifed.count(), 2);
+    QVERIFY(driver.done());
+}
+
+void tst_PortDialogs::cancelledEditChangesNothing()
+{
+    PageFixture fixture(makeCore({{net("top/a")}}, {{net("top/b"), net("top/c")}}));
+    fixture.show();
+    QTreeWidgetItem *rowIn = fixture.treeProbeIn->topLevelItem(0)->child(0);
+    QTreeWidgetItem *rowOut = fixture.treeProbeOut->topLevelItem(0)->child(0);
+    QSignalSpy modifed(fixture.widget.get(), SIGNAL(modifed()));
+    ModalDriver driver;
+    for (int i = 0; i < 2; ++i)
+        driver.expectDialog<ProbeDialog>([](ProbeDialog *dialog) {
+            auto *tree = dialog->findChild<QTreeWidget *>("treeWidget");
+            tree->topLevelItem(0)->setSelected(true);
+            dialog->findChild<QToolButton *>("btnRemove")->click();
+            press(dialog, QDialogButtonBox::Cancel);
+        });
+    fixture.doubleClick(fixture.treeProbeIn->topLevelItem(0));
+    fixture.doubleClick(fixture.treeProbeOut->topLevelItem(0));
+    QVERIFY(driver.done());
+    QCOMPARE(modifed.count(), 0);
+    QCOMPARE(fixture.treeProbeIn->topLevelItem(0)->child(0), rowIn);
+    QCOMPARE(fixture.treeProbeOut->topLevelItem(0)->child(0), rowOut);
+    QVERIFY(!fixture.treeProbeIn->topLevelItem(0)->isExpanded());
+    QCOMPARE(fixture.core->getProbeOut(0)->width(), 2);
+}
+
+void tst_PortDialogs::acceptedEditShowsTheNewSignals()
+{
+    auto core = makeCore({{net("a"), net("b")}}, {{bus("p", 4), bus("q", 2)}});
+    core->getProbeOut(0)->setValue("0x26");
+    PageFixture fixture(std::move(core));
+    fixture.show();
+    QCOMPARE(fixture.bits(0), QString("1001|10"));
+    ModalDriver driver;
+    for (int i = 0; i < 2; ++i)
+        driver.expectDialog<ProbeDialog>([](ProbeDialog *dialog) {
+            auto *tree = dialog->findChild<QTreeWidget *>("treeWidget");
+            tree->topLevelItem(1)->setSelected(true);
+            dialog->findChild<QToolButton *>("btnRemove")->click();
+            press(dialog, QDialogButtonBox::Ok);
+        });
+    fixture.doubleClick(fixture.treeProbeIn->topLevelItem(0));
+    fixture.doubleClick(fixture.treeProbeOut->topLevelItem(0));
+    QVERIFY(driver.done());
+    QCOMPARE(treeLines(fixture.treeProbeIn->model()), QStringList({"Probe In0", "  a"}));
+    QCOMPARE(treeLines(fixture.treeProbeOut->model()), QStringList({"Probe Out0", "  p[3:0]"}));
+    QCOMPARE(fixture.bits(0), QString("1001"));
+    QCOMPARE(fixture.value(0), QString("0x9"));
+}
+
+void tst_PortDialogs::acceptedEditUnfoldsThePort()
+{
+    PageFixture fixture(makeCore({{}, {net("a")}}, {{}, {net("b")}}));
+    fixture.show();
+    ModalDriver driver;
+    for (int i = 0; i < 2; ++i)
+        driver.expectDialog<ProbeDialog>(
+            [](ProbeDialog *dialog) { press(dialog, QDialogButtonBox::Ok); });
+    fixture.doubleClick(fixture.treeProbeIn->topLevelItem(1));
+    fixture.doubleClick(fixture.treeProbeOut->topLevelItem(1));
+    QVERIFY(driver.done());
+    for (QTreeWidget *tree : {fixture.treeProbeIn, fixture.treeProbeOut}) {
+        QCOMPARE(tree->currentItem(), tree->topLevelItem(1));
+        QVERIFY(tree->topLevelItem(1)->isExpanded());
+    }
+    QVERIFY(fixture.treeValue->topLevelItem(1)->isExpanded());
+
+    // The row that was clicked is the partner's selection, which the edit didn't touch.
+    QCOMPARE(fixture.treeValue->selectedItems(),
+             QList<QTreeWidgetItem *>({fixture.treeValue->topLevelItem(1)}));
+}
+
+void tst_PortDialogs::netlistClosesAProbeOutDialog()
+{
+    PageFixture fixture(makeCore({{}}, {{net("top/a")}}));
+    fixture.show();
+    QSignalSpy modifed(fixture.widget.get(), SIGNAL(modifed()));
+    ModalDriver driver;
+    driver.expectDialog<ProbeDialog>([&](ProbeDialog *dialog) {
+        dialog->findChild<QTreeWidget *>("treeWidget")->topLevelItem(0)->setSelected(true);
+        dialog->findChild<QToolButton *>("btnRemove")->click();
+        QSignalSpy closed(dialog, SIGNAL(closeOldSearchDialog()));
+        fixture.widget->setNetlist(nullptr);
+        QCOMPARE(closed.count(), 1);
+        QVERIFY(!dialog->isVisible());
+        fixture.widget->setNetlist(nullptr);
+    });
+    fixture.doubleClick(fixture.treeProbeOut->topLevelItem(0));
+    QVERIFY(driver.done());
+    QCOMPARE(modifed.count(), 0);
+    QCOMPARE(fixture.core->getProbeOut(0)->width(), 1);
+}
+
+void tst_PortDialogs::netlistLeavesAProbeInDialogOpen()
+{
+    PageFixture fixture(makeCore({{net("top/a")}}, {{}}));
+    fixture.show();
+    ModalDriver driver;
+    driver.expectDialog<ProbeDialog>([&](ProbeDialog *dialog) {
+        fixture.widget->setNetlist(nullptr);
+        QVERIFY(dialog->isVisible());
+        press(dialog, QDialogButtonBox::Ok);
+    });
+    fixture.doubleClick(fixture.treeProbeIn->topLevelItem(0));
+    QVERIFY(driver.done());
+}
+
+void tst_PortDialogs::pageMayGoUnderADialog_data()
+{
+    QTest::addColumn<bool>("probeOut");
+    QTest::newRow("probe-in") << false;
+    QTest::newRow("probe-out") << true;
+}
+
+void tst_PortDialogs::pageMayGoUnderADialog()
+{
+    QFETCH(bool, probeOut);
+    PageFixture fixture(makeCore({{net("top/a")}}, {{net("top/b")}}));
+    ModalDriver driver;
+    driver.expectDialog<ProbeDialog>([&](ProbeDialog *) { fixture.widget.reset(); });
+    QTreeWidget *tree = probeOut ? fixture.treeProbeOut : fixture.treeProbeIn;
+    const char *slot = probeOut ? "editProbeOut" : "editProbeIn";
+    runInLoop([&] { fixture.call(slot, tree->topLevelItem(0)); });
+    QVERIFY(driver.done());
+    QVERIFY(!fixture.widget);
+}
+
+void tst_PortDialogs::missingRowOpensNothing()
+{
+    PageFixture fixture(makeCore({{}}, {{}}));
+    ModalDriver driver;
+    fixture.call("editProbeIn", nullptr);
+    fixture.call("editProbeOut", nullptr);
+    fixture.call("editProbeIn", fixture.treeProbeOut->topLevelItem(0));
+    fixture.call("editProbeOut", fixture.treeProbeIn->topLevelItem(0));
+    QVERIFY(driver.done());
+}
+
+void tst_PortDialogs::pickedClockIsTakenOver()
+{
+    Standin::NetlistBuilder builder("top");
+    builder.addNet(0, "clk");
+    std::unique_ptr<FATHOM::RtlNetlist> netlist(builder.build());
+    auto core = makeCore({{}}, {{}});
+    core->useUserClock = true;
+    PageFixture fixture(std::move(core), netlist.get());
+    QSignalSpy modifed(fixture.widget.get(), SIGNAL(modifed()));
+    ModalDriver driver;
+    for (int i = 0; i < 2; ++i)
+        driver.expectDialog<MolkSignalSelectDialog>([&](MolkSignalSelectDialog *dialog) {
+            QCOMPARE(dialog->parentWidget(), fixture.page);
+            pickFirst(dialog);
+            press(dialog, QDialogButtonBox::Ok);
+        });
+    fixture.child<QPushButton>("btnUserClock")->click();
+    QCOMPARE(fixture.child<QLineEdit>("lineEditUserClock")->text(), QString("top/clk"));
+    QCOMPARE(modifed.count(), 2);
+
+    // The same name again is an edit too, though the text doesn't change.
+    fixture.child<QPushButton>("btnUserClock")->click();
+    QCOMPARE(modifed.count(), 3);
+    QVERIFY(driver.done());
+    QCOMPARE(fixture.core->getUserClockName(), QString());
+}
+
+void tst_PortDialogs::cancelledClockSearchChangesNothing()
+{
+    auto core = makeCore({{}}, {{}});
+    core->setUserClockName("top/clk");
+    core->useUserClock = true;
+    PageFixture fixture(std::move(core));
+    QSignalSpy modifed(fixture.widget.get(), SIGNAL(modifed()));
+    ModalDriver driver;
+    driver.expectDialog<MolkSignalSelectDialog>(
+        [](MolkSignalSelectDialog *dialog) { press(dialog, QDialogButtonBox::Cancel); });
+    driver.expectDialog<MolkSignalSelectDialog>(
+        [](MolkSignalSelectDialog *dialog) { press(dialog, QDialogButtonBox::Ok); });
+    fixture.child<QPushButton>("btnUserClock")->click();
+    fixture.child<QPushButton>("btnUserClock")->click();
+    QVERIFY(driver.done());
+    QCOMPARE(fixture.child<QLineEdit>("lineEditUserClock")->text(), QString("top/clk"));
+    QCOMPARE(modifed.count(), 0);
+}
+
+void tst_PortDialogs::pageMayGoUnderTheClockSearch()
+{
+    PageFixture fixture(makeCore({{}}, {{}}));
+    ModalDriver driver;
+    driver.expectDialog<MolkSignalSelectDialog>(
+        [&](MolkSignalSelectDialog *) { fixture.widget.reset(); });
+    runInLoop([&] { fixture.call("onbtnUserClock"); });
+    QVERIFY(driver.done());
+    QVERIFY(!fixture.widget);
+}
+
+MOLK_TEST_MAIN(tst_PortDialogs)
+
+#include "tst_portdialogs.moc"
