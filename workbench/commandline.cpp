@@ -58,7 +58,11 @@ CommandLine parseCommandLine(const QStringList &arguments)
                                      "file");
     const QCommandLineOption top("top", "Use <name> as the top module of the design.", "name");
     // Without the hyphen it would be an option of Qt's.
-    const QCommandLineOption plugin("plug-in", "Load the plug-in library <file>.", "file");
+    const QCommandLineOption plugin(
+        "plug-in",
+        "Load the plug-in library <file> instead of the one in ../plugin or "
+        "../lib/molk beside this program.",
+        "file");
     const QCommandLineOption dark("dark", "Use dark colours, whatever the desktop says.");
     const QCommandLineOption help({"h", "help"}, "Print this help.");
     const QCommandLineOption version({"v", "version"}, "Print the version.");

@@ -20,6 +20,7 @@ private slots:
     void failuresAreToldWithFileAndCause_data();
     void failuresAreToldWithFileAndCause();
     void optionsOfTheToolkitAreLeftToIt();
+    void theInstalledProgramFindsItsPlugin();
 
 private:
     struct Outcome
@@ -29,12 +30,14 @@ private:
         QString errors;
     };
 
-    Outcome run(const QStringList &arguments, const QString &platform = "offscreen");
+    Outcome run(const QStringList &arguments, const QString &platform = "offscreen",
+                const QString &program = WORKBENCH_PROGRAM);
 
     QTemporaryDir dir;
 };
 
-ProgramTest::Outcome ProgramTest::run(const QStringList &arguments, const QString &platform)
+ProgramTest::Outcome ProgramTest::run(const QStringList &arguments, const QString &platform,
+                                      const QString &program)
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("QT_QPA_PLATFORM", platform);
@@ -46,7 +49,7 @@ ProgramTest::Outcome ProgramTest::run(const QStringList &arguments, const QStrin
     QProcess process;
     process.setProcessEnvironment(environment);
     process.setWorkingDirectory(dir.path());
-    process.start(WORKBENCH_PROGRAM, arguments);
+    process.start(program, arguments);
     Outcome outcome;
     if (!process.waitForFinished(60000) || process.exitStatus() != QProcess::NormalExit)
         return outcome;
@@ -116,6 +119,31 @@ void ProgramTest::optionsOfTheToolkitAreLeftToIt()
     const Outcome outcome = run({"-platform", "offscreen", "a.v"}, "xcb");
     QCOMPARE(outcome.exitCode, 1);
     QVERIFY(outcome.errors.contains("a.v: No such file."));
+}
+
+// The plug-in is loaded before files are looked at, so that a missing file proves that it was
+// found.
+void ProgramTest::theInstalledProgramFindsItsPlugin()
+{
+    for (const char *component : {"workbench", "plugin"}) {
+        const Outcome installed =
+            run({"--install", BUILD_FOLDER, "--component", QLatin1String(component), "--prefix",
+                 dir.filePath("prefix")},
+                "offscreen", CMAKE_PROGRAM);
+        QVERIFY2(installed.exitCode == 0, qPrintable(installed.errors));
+    }
+    const QString program = dir.filePath("prefix/" BIN_FOLDER "/workbench");
+    const Outcome outcome = run({"a.v"}, "offscreen", program);
+    QCOMPARE(outcome.exitCode, 1);
+    QVERIFY2(outcome.errors.contains("a.v: No such file."), qPrintable(outcome.errors));
+
+    // Without the plug-in it says so.
+    QDir(dir.filePath("prefix/" PLUGIN_FOLDER)).remove("libMolkInserterPlugin.so");
+    const Outcome without = run({"a.v"}, "offscreen", program);
+    QCOMPARE(without.exitCode, 1);
+    QVERIFY2(without.errors.contains("libMolkInserterPlugin.so is neither in the build tree nor "
+                                     "installed; name it with --plug-in."),
+             qPrintable(without.errors));
 }
 
 MOLK_TEST_GUILESS_MAIN(ProgramTest)
