@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The project's authors
 // SPDX-License-Identifier: MIT
 
+#include "childenvironment.h"
 #include "testmain.h"
 #include "version.h"
 
@@ -39,10 +40,8 @@ private:
 ProgramTest::Outcome ProgramTest::run(const QStringList &arguments, const QString &platform,
                                       const QString &program)
 {
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    QProcessEnvironment environment = childEnvironment(dir.path());
     environment.insert("QT_QPA_PLATFORM", platform);
-    environment.insert("XDG_CONFIG_HOME", dir.path());
-    environment.insert("XDG_RUNTIME_DIR", dir.path());
     environment.remove("DISPLAY");
     environment.remove("WAYLAND_DISPLAY");
 
