@@ -87,9 +87,9 @@ CommandLine parseCommandLine(const QStringList &arguments)
     line.top = parser.value(top);
     for (const QCommandLineOption &option : {project, top, plugin}) {
         if (parser.values(option).size() > 1)
-            return refuse("--" + option.names().first() + " can be given once");
+            return refuse("--" + option.names().constFirst() + " can be given once");
         if (parser.isSet(option) && parser.value(option).isEmpty())
-            return refuse("--" + option.names().first() + " needs a value");
+            return refuse("--" + option.names().constFirst() + " needs a value");
     }
     if (parser.isSet(project))
         line.project = QFileInfo(parser.value(project)).absoluteFilePath();

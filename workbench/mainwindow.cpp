@@ -123,6 +123,8 @@ void MainWindow::openPaths(const QStringList &paths)
 {
     QStringList sources;
     QStringList views;
+    sources.reserve(paths.size());
+    views.reserve(paths.size());
     for (const QString &path : paths) {
         const FileKind kind = fileKind(path);
         if (kind == FileKind::Project) {

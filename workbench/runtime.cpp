@@ -55,7 +55,8 @@ bool Runtime::loadPlugin(const QString &file, QString *error)
 
 bool Runtime::openDesign(const CommandLine &line, QString *error)
 {
-    for (const QString &path : line.designFiles + line.documents) {
+    const QStringList files = line.designFiles + line.documents;
+    for (const QString &path : files) {
         if (!QFileInfo(path).isFile()) {
             *error = path + ": No such file.";
             return false;

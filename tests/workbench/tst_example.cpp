@@ -18,8 +18,8 @@
 
 #include <memory>
 
-static const QString projectPath = MOLK_EXAMPLES_DIR "/soc/soc.eda.yml";
-static const QString configurationPath = MOLK_EXAMPLES_DIR "/soc/soc.molk";
+static const char projectPath[] = MOLK_EXAMPLES_DIR "/soc/soc.eda.yml";
+static const char configurationPath[] = MOLK_EXAMPLES_DIR "/soc/soc.molk";
 
 /// The example as it lies in the repository: project, design and configuration fit together.
 class ExampleTest : public QObject
@@ -166,6 +166,7 @@ static QList<MOLK::ProbeIn *> allPorts(const MOLK::MolkCore *core)
 {
     QList<MOLK::ProbeIn *> ports = core->getAllProbeIns();
     const auto outs = core->getAllProbeOuts();
+    ports.reserve(ports.size() + outs.size());
     for (MOLK::ProbeOut *out : outs)
         ports.append(out);
     return ports;

@@ -28,14 +28,16 @@ static QTreeWidget *problemsOf(MessagesPane &pane)
     return pane.findChild<QTreeWidget *>("problems");
 }
 
-static const QStringList twoProblems = {"INFO: read 2 files", "WARNING: /d/a.v:3:1: odd",
-                                        "ERROR: /d/b.v:14: no such module"};
+static QStringList twoProblems()
+{
+    return {"INFO: read 2 files", "WARNING: /d/a.v:3:1: odd", "ERROR: /d/b.v:14: no such module"};
+}
 
 void MessagesPaneTest::errorsAndWarningsAreListed()
 {
     MessagesPane pane;
     pane.appendLine("Opened.");
-    pane.setDesignLog(twoProblems);
+    pane.setDesignLog(twoProblems());
 
     const QTreeWidget *problems = problemsOf(pane);
     QCOMPARE(treeLines(problems->model()), QStringList({"odd", "no such module"}));
@@ -45,17 +47,17 @@ void MessagesPaneTest::errorsAndWarningsAreListed()
     QCOMPARE(pane.tabText(0), "Problems (2)");
     QCOMPARE(pane.problemCount(), 2);
     QCOMPARE(pane.findChild<QPlainTextEdit *>("log")->toPlainText(),
-             "Opened.\n" + twoProblems.join('\n'));
+             "Opened.\n" + twoProblems().join('\n'));
 }
 
 void MessagesPaneTest::aNewReadingReplacesTheProblems()
 {
     MessagesPane pane;
-    pane.setDesignLog(twoProblems);
+    pane.setDesignLog(twoProblems());
     pane.setDesignLog({});
     QCOMPARE(pane.problemCount(), 0);
     QCOMPARE(pane.tabText(0), "Problems");
-    QCOMPARE(pane.findChild<QPlainTextEdit *>("log")->toPlainText(), twoProblems.join('\n'));
+    QCOMPARE(pane.findChild<QPlainTextEdit *>("log")->toPlainText(), twoProblems().join('\n'));
 }
 
 void MessagesPaneTest::anErrorBringsTheProblemsForward()
@@ -74,7 +76,7 @@ void MessagesPaneTest::aDoubleClickAsksForThePlace()
     pane.resize(600, 200);
     pane.show();
     QVERIFY(QTest::qWaitForWindowExposed(&pane));
-    pane.setDesignLog(twoProblems);
+    pane.setDesignLog(twoProblems());
     QSignalSpy activated(&pane, &MessagesPane::placeActivated);
 
     QTreeWidget *problems = problemsOf(pane);

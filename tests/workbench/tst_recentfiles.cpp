@@ -61,7 +61,7 @@ void RecentFilesTest::theListIsShort()
     for (int i = 0; i < 2 * RecentFiles::Most; ++i)
         recent.add(QString("/%1").arg(i));
     QCOMPARE(recent.paths().size(), int(RecentFiles::Most));
-    QCOMPARE(recent.paths().first(), "/19");
+    QCOMPARE(recent.paths().constFirst(), "/19");
 }
 
 void RecentFilesTest::otherWorkbenchesShareTheList()

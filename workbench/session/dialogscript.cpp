@@ -29,7 +29,7 @@ void DialogScript::expect(const QString &name, const Answer &answer)
 
 QString DialogScript::missing() const
 {
-    return steps.isEmpty() ? QString() : steps.first().name;
+    return steps.isEmpty() ? QString() : steps.constFirst().name;
 }
 
 bool DialogScript::eventFilter(QObject *watched, QEvent *event)
@@ -70,8 +70,8 @@ void DialogScript::dismiss(QWidget *window, const QString &why)
 void DialogScript::meet(QWidget *window)
 {
     const bool known = !steps.isEmpty()
-        && (window->objectName() == steps.first().name
-            || window->inherits(steps.first().name.toLatin1().constData()));
+        && (window->objectName() == steps.constFirst().name
+            || window->inherits(steps.constFirst().name.toLatin1().constData()));
     if (!known) {
         dismiss(window, "unexpected window: ");
         return;

@@ -24,6 +24,7 @@ static QStringList rowsOf(QWidget *view, const QString &name)
 static QStringList values(const QTreeWidget *tree)
 {
     QStringList lines;
+    lines.reserve(tree->topLevelItemCount());
     for (int i = 0; i < tree->topLevelItemCount(); ++i) {
         QTreeWidgetItem *port = tree->topLevelItem(i);
         const auto *line = qobject_cast<QLineEdit *>(tree->itemWidget(port, 0));

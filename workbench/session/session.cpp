@@ -354,7 +354,9 @@ QStringList Session::signalRows(const QString &treeName, int port)
 {
     QStringList texts;
     const QTreeWidgetItem *row = stage.find<QTreeWidget>(view(), treeName)->topLevelItem(port);
-    for (int i = 0; row && i < row->childCount(); ++i)
+    const int count = row ? row->childCount() : 0;
+    texts.reserve(count);
+    for (int i = 0; i < count; ++i)
         texts.append(row->child(i)->text(0));
     return texts;
 }

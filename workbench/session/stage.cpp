@@ -90,6 +90,7 @@ QStringList Stage::topRows(QWidget *parent, const QString &name)
 {
     QStringList texts;
     const auto *tree = find<QTreeWidget>(parent, name);
+    texts.reserve(tree->topLevelItemCount());
     for (int i = 0; i < tree->topLevelItemCount(); ++i)
         texts.append(tree->topLevelItem(i)->text(0));
     return texts;
