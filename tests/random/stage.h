@@ -1,0 +1,78 @@
+// SPDX-FileCopyrightText: The project's authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "modalscript.h"
+
+#include "host/host.h"
+
+#include <QPointer>
+#include <QTemporaryDir>
+#include <QTreeWidget>
+
+#include <memory>
+
+class QAction;
+
+namespace MOLK {
+class InitialValueLine;
+class MolkInserterPlugin;
+class MolkView;
+class ProbePortsOptionWidget;
+} // namespace MOLK
+
+/// The real plug-in in a real host, with its widgets at hand. There is one in the process, because
+/// the plug-in is brought up once.
+class Stage
+{
+public:
+    Stage();
+    ~Stage();
+
+    Q_DISABLE_COPY(Stage)
+
+    /// Drops all views and answers, and removes what lies under path().
+    void clear();
+
+    QString path() const { return dir.filePath("a.molk"); }
+
+    /// The one view; null if there is none.
+    MOLK::MolkView *view() const;
+
+    QAction *saveAction() const;
+
+    /// The core pages in their order.
+    QList<MOLK::ProbePortsOptionWidget *> pages() const;
+    MOLK::ProbePortsOptionWidget *shownPage() const;
+
+    /// The names on the rows of cores.
+    QTreeWidget *coreTree() const;
+
+    /// The line of the value tree of \a page; null if there is none.
+    static MOLK::InitialValueLine *line(const MOLK::ProbePortsOptionWidget *page, int port);
+
+    /// Lets the time pass that the view waits after a change of its file.
+    void letTimePass();
+
+    /// Hands out what waits in the event loop, deletions included.
+    static void turnLoop();
+
+    /// Makes the window the active one with the focus on the rows of cores.
+    void restFocus();
+
+    /// Clicks on a row, which is made visible before. A row that should be there and isn't shows
+    /// in what is compared, so null does nothing.
+    static void click(QTreeWidgetItem *row, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    static void doubleClick(QTreeWidgetItem *row);
+
+    /// Clicks the button \a name below \a parent.
+    static void press(const QWidget *parent, const QString &name);
+
+    Standin::Host host;
+    QTemporaryDir dir;
+    ModalScript modals;
+
+private:
+    std::unique_ptr<MOLK::MolkInserterPlugin> plugin;
+};
