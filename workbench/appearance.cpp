@@ -66,13 +66,13 @@ void initStyle()
 
 void useDarkColours()
 {
-    const QColor window(0x2d, 0x2f, 0x33);
-    const QColor base(0x1f, 0x21, 0x24);
+    const QColor window(0x3b, 0x3e, 0x43);
+    const QColor base(0x20, 0x22, 0x26);
     const QColor text(0xe4, 0xe6, 0xe9);
-    const QColor faint(0x84, 0x88, 0x8e);
+    const QColor faint(0x95, 0x99, 0x9f);
     const QColor accent(0x3d, 0x8b, 0xd8);
 
-    QPalette palette(QColor(0x3a, 0x3d, 0x42), window);
+    QPalette palette(QColor(0x4a, 0x4e, 0x55), window);
     palette.setColor(QPalette::WindowText, text);
     palette.setColor(QPalette::Base, base);
     palette.setColor(QPalette::AlternateBase, QColor(0x2a, 0x2d, 0x32));
