@@ -115,6 +115,7 @@ private:
     void answerFileBanner(bool yes);
     void answerDesignBanner(bool yes, Dice &dice);
     bool prepareRead(int outcome);
+    void changeTopDuringRead();
 
     Plain::Page &page() { return view.pages[view.current]; }
     MOLK::ProbePortsOptionWidget *realPage() const;

@@ -24,8 +24,13 @@ void Player::open()
         writeFile(Plain::Disk::Readable, false, dice);
     }
     prepareRead(0);
+    const bool changes = dice.oneIn(4);
+    if (changes)
+        changeTopDuringRead();
     MolkViewManager::openMolkView(stage->path(), DEV::DeviceArg("OD-500"));
     view.open(disk.content, projectDesign);
+    if (changes)
+        view.addDesignBanner("Top module changed. Do you want to reload?");
     view.activate();
 }
 

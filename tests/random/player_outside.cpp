@@ -179,17 +179,21 @@ void Player::answerDesignBanner(bool yes, Dice &dice)
     view.removeBanner(true);
     if (!yes)
         return;
-    if (dice.oneIn(3)) {
-        tell("with a change in the midst of it");
-        stage->host.extraction().duringNetlist([this] {
-            stage->host.events().send(
-                Standin::Event("TE.Option.Change", {{"option", "TopModule"}}));
-        });
-    }
-    if (prepareRead(dice.oneIn(4) ? dice.between(1, 6) : 0))
+    const bool taken = prepareRead(dice.oneIn(4) ? dice.between(1, 6) : 0);
+    if (dice.oneIn(3))
+        changeTopDuringRead();
+    if (taken)
         view.takeDesign(projectDesign);
     else
         view.closeUnasked();
+}
+
+void Player::changeTopDuringRead()
+{
+    tell("a change of the top module in the midst of reading the design");
+    stage->host.extraction().duringNetlist([this] {
+        stage->host.events().send(Standin::Event("TE.Option.Change", {{"option", "TopModule"}}));
+    });
 }
 
 // Scripts the next reading of the design: 0 for success, anything else for one of the refusals.
@@ -238,6 +242,7 @@ bool Player::prepareRead(int outcome)
     }
 
     stage->host.design().setSourceFiles(files, top);
+    stage->host.extraction().clear();
     stage->host.extraction().serve(answer, [design, madeTop, outcome] {
         Plain::Design made = design;
         made.levels[0].name = madeTop;
