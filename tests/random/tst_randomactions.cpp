@@ -28,6 +28,9 @@ private slots:
 // The offscreen platform drops drags; this one runs them, without a display either.
 static const bool platformIsSet = qputenv("QT_QPA_PLATFORM", "minimal:enable_fonts");
 
+// The number of steps decides how long it takes; a test function's usual limit is five minutes.
+static const bool limitIsSet = qputenv("QTEST_FUNCTION_TIMEOUT", "86400000");
+
 static const int stepsOfASession = 200;
 
 static int stepsWanted()
@@ -82,7 +85,7 @@ void TestRandomActions::shrinkerLeavesOutWhatDoesNotMatter()
 
 void TestRandomActions::pluginBehavesAsThePlainModel()
 {
-    QVERIFY(platformIsSet);
+    QVERIFY(platformIsSet && limitIsSet);
     Stage stage;
     int left = stepsWanted();
     QElapsedTimer time;
