@@ -5,6 +5,8 @@
 
 #include "plaindesign.h"
 
+#include <algorithm>
+
 using namespace Plain;
 
 static void alter(Signal *item, Dice &dice)
@@ -71,6 +73,35 @@ static QList<Port> randomPorts(Dice &dice, int type, int count, int most)
     return ports;
 }
 
+// Takes away what a save would refuse, so that saves go on to the file now and then.
+static void makeValid(Configuration *configuration)
+{
+    QStringList driven;
+    for (Core &core : *configuration) {
+        core.useClock = core.useClock && core.clock == "top/q[0]";
+        for (Port &port : core.outs) {
+            Items kept;
+            for (const Signal &item : qAsConst(port.items)) {
+                const QStringList names = singleNames({item});
+                const auto isDriven = [&](const QString &name) {
+                    return driven.contains(name);
+                };
+                if (std::any_of(names.begin(), names.end(), isDriven))
+                    continue;
+                driven += names;
+                kept.append(item);
+            }
+            port.items = kept;
+        }
+        if (widthOf(core.ins.first().items) == 0) {
+            Signal watched;
+            watched.name = "top/clk";
+            watched.kind = 0;
+            core.ins.first().items.append(watched);
+        }
+    }
+}
+
 Configuration randomConfiguration(Dice &dice)
 {
     int cores = dice.oneIn(8) ? 0 : dice.between(1, 3);
@@ -90,6 +121,7 @@ Configuration randomConfiguration(Dice &dice)
         break;
     }
 
+    const bool valid = dice.oneIn(2);
     Configuration configuration;
     for (int i = 0; i < cores; ++i) {
         Core core;
@@ -102,6 +134,8 @@ Configuration randomConfiguration(Dice &dice)
             core.clock = dice.oneOf(QList<QString>{"top/clk", "top/rst", "nowhere", "top/q[0]"});
         configuration.append(core);
     }
+    if (valid)
+        makeValid(&configuration);
     return configuration;
 }
 

@@ -22,6 +22,8 @@
 #include <QTimer>
 #include <QWindow>
 
+#include <algorithm>
+
 using namespace MOLK;
 
 static void answer(const QDialog *dialog, QDialogButtonBox::StandardButton button)

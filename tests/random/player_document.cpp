@@ -43,7 +43,7 @@ void Player::openAgain(Dice &)
 
 void Player::chooseTool(Dice &dice)
 {
-    tool = dice.oneOf(QList<QString>{"", "Synplify", "OndrelSynthesis", "OndrelSynthesis"});
+    tool = dice.oneOf(QList<QString>{"", "", "OndrelSynthesis", "Synplify", "other"});
     tell("choose the synthesis tool \"" + tool + '"');
     stage->host.design().setOptionValue("Synthesize_tool", tool);
 }

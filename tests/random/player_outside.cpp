@@ -23,6 +23,8 @@
 #include <QPushButton>
 #include <QTextEdit>
 
+#include <cstdio>
+
 using namespace MOLK;
 
 static bool writeBytes(const QString &path, const QByteArray &bytes)

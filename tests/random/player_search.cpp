@@ -17,6 +17,7 @@
 #include <QTest>
 #include <QTreeWidgetItemIterator>
 
+#include <algorithm>
 #include <climits>
 
 using namespace MOLK;
