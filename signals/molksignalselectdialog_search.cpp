@@ -118,8 +118,9 @@ void MolkSignalSelectDialog::showHierarchy(const HierarchyMatch &match)
 void MolkSignalSelectDialog::addHierarchyRow(QTreeWidgetItem *parent, const HierarchyMatch &match)
 {
     QTreeWidgetItem *row = makeModuleRow(match.label);
-    fillModuleRow(row, match);
+    // Ahead of the filling: adding a row goes through all rows below it.
     parent->addChild(row);
+    fillModuleRow(row, match);
 }
 
 // The row stands in no tree yet, so that its rows cost no signals.

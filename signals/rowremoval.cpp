@@ -6,6 +6,7 @@
 #include <QItemSelection>
 #include <QScrollBar>
 #include <QSet>
+#include <QSignalBlocker>
 #include <QTreeWidget>
 
 namespace MOLK {
@@ -86,6 +87,16 @@ static void selectRows(QTreeWidget *tree, const Rows &selected)
     tree->selectionModel()->select(selection, QItemSelectionModel::Select);
 }
 
+// Telling of the end of the selection makes the tree go through all selected rows. Those that stay
+// are selected again, which tells it all the same.
+static bool clearSelectionQuietly(QTreeWidget *tree)
+{
+    const bool hadSelection = tree->selectionModel()->hasSelection();
+    const QSignalBlocker blocker(tree->selectionModel());
+    tree->selectionModel()->clearSelection();
+    return hadSelection;
+}
+
 static void removeByRebuilding(QTreeWidget *tree, const QVector<int> &rows)
 {
     QVector<bool> goes(tree->topLevelItemCount(), false);
@@ -107,7 +118,7 @@ static void removeByRebuilding(QTreeWidget *tree, const QVector<int> &rows)
             expanded.append(row);
     }
 
-    tree->clearSelection();
+    const bool hadSelection = clearSelectionQuietly(tree);
     const QList<QTreeWidgetItem *> taken = tree->invisibleRootItem()->takeChildren();
     for (int i = 0; i < goes.size(); ++i) {
         if (goes.at(i))
@@ -119,6 +130,8 @@ static void removeByRebuilding(QTreeWidget *tree, const QVector<int> &rows)
     if (current)
         tree->setCurrentItem(current, 0, QItemSelectionModel::NoUpdate);
     selectRows(tree, selected);
+    if (hadSelection && selected.isEmpty())
+        emit tree->itemSelectionChanged();
     if (scrolled > 0) {
         tree->doItemsLayout();
         tree->verticalScrollBar()->setValue(scrolled);

@@ -7,12 +7,17 @@
 #include "fathom/rtlnetlist.h"
 
 #include <QIcon>
+#include <QSignalBlocker>
+#include <QStringBuilder>
+#include <QTreeWidgetItemIterator>
 
 namespace MOLK {
 
 static QString levelText(const FATHOM::Hierachy *level)
 {
-    return level->parent ? level->name() + "[" + level->module() + "]" : level->name();
+    if (!level->parent)
+        return level->name();
+    return level->name() % QLatin1Char('[') % level->module() % QLatin1Char(']');
 }
 
 RtlTreeItem::RtlTreeItem(FATHOM::Hierachy *level)
@@ -41,23 +46,43 @@ void RtlNetlistTreeView::setNetlist(FATHOM::RtlNetlist *design)
 }
 
 // The icon is handed down since looking its file up costs more than all the rest of a row.
-static RtlTreeItem *buildLevel(FATHOM::Hierachy *level, const QIcon &icon)
+static RtlTreeItem *makeRow(FATHOM::Hierachy *level, const QIcon &icon)
 {
-    auto *item = new RtlTreeItem(level);
-    item->setText(0, levelText(level));
-    item->setIcon(0, icon);
-    const QList<FATHOM::Hierachy *> children = level->children();
+    auto *row = new RtlTreeItem(level);
+    row->setText(0, levelText(level));
+    row->setIcon(0, icon);
+    return row;
+}
+
+// Rows get their own children after they were added themselves: adding a row goes through all rows
+// below it.
+static void addLevelsBelow(RtlTreeItem *row, const QIcon &icon)
+{
+    const QList<FATHOM::Hierachy *> children = row->hierarchy->children();
     QList<QTreeWidgetItem *> rows;
     rows.reserve(children.size());
     for (FATHOM::Hierachy *child : children)
-        rows.append(buildLevel(child, icon));
-    item->addChildren(rows);
-    return item;
+        rows.append(makeRow(child, icon));
+    row->addChildren(rows);
+    for (QTreeWidgetItem *child : qAsConst(rows))
+        addLevelsBelow(static_cast<RtlTreeItem *>(child), icon);
 }
 
 RtlTreeItem *RtlNetlistTreeView::buildItem(FATHOM::Hierachy *level)
 {
-    return buildLevel(level, QIcon(":/netlist/image/module.png"));
+    const QIcon icon(":/netlist/image/module.png");
+    RtlTreeItem *row = makeRow(level, icon);
+    addLevelsBelow(row, icon);
+    return row;
+}
+
+// With a layout due anyway the view only notes what is expanded.
+void RtlNetlistTreeView::expandAll()
+{
+    const QSignalBlocker blocker(this);
+    scheduleDelayedItemsLayout();
+    for (QTreeWidgetItemIterator it(this, QTreeWidgetItemIterator::HasChildren); *it; ++it)
+        (*it)->setExpanded(true);
 }
 
 } // namespace MOLK

@@ -42,6 +42,10 @@ public:
     /// placed in a tree.
     RtlTreeItem *buildItem(FATHOM::Hierachy *level);
 
+    /// Opens all levels as QTreeView::expandAll() does, but leaves the layout of the rows to the
+    /// moment at which they are shown. Emits nothing.
+    void expandAll();
+
 private:
     FATHOM::RtlNetlist *netlist = nullptr;
 };
