@@ -135,7 +135,15 @@ void tst_HostileDesigns::moduleNamesInjectNothing()
     const ModulesAnswer answer = test.modules();
     QCOMPARE(answer.errors(), QStringList());
     QCOMPARE(answer.topModules, QStringList{"top"});
-    QCOMPARE(test.netlist()->top->name(), QString("top"));
+    const auto netlist = test.netlist();
+    const FATHOM::Hierachy *netlistTop = netlist->top;
+    QCOMPARE(netlistTop->name(), QString("top"));
+    const QList<FATHOM::Hierachy *> children = netlistTop->children();
+    for (const FATHOM::Hierachy *child : children) {
+        QVERIFY(odd.contains(child->module().toUtf8()));
+        QCOMPARE(child->singleNets().size(), 1);
+    }
+    QCOMPARE(children.size(), 5);
     for (const QByteArray &top : odd)
         test.modules(QString::fromUtf8(top));
     QCOMPARE(canaries(test.directory.path()), QStringList());
