@@ -45,7 +45,7 @@ bool InitialValueLine::event(QEvent *event)
 
     // What QLineEdit::event() does on top isn't wanted here: shortcuts of the window stay ahead of
     // the line's keys.
-    return QWidget::event(event);
+    return QWidget::event(event); // NOLINT(bugprone-parent-virtual-call)
 }
 
 bool InitialValueLine::eventFilter(QObject *watched, QEvent *event)
