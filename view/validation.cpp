@@ -30,7 +30,7 @@ public:
         int size = 16;
         while (size < 2 * driverCount)
             size *= 2;
-        slots_.fill({0, -1}, size);
+        cells.fill({0, -1}, size);
         drivers.reserve(driverCount);
     }
 
@@ -41,10 +41,10 @@ public:
         drivers.append({&name, port, -1, added});
 
         const uint hash = qHash(name);
-        const uint mask = uint(slots_.size()) - 1;
+        const uint mask = uint(cells.size()) - 1;
         // The multiplication spreads names that differ in their last characters only.
         for (uint at = (hash * 0x9e3779b1u) >> 7 & mask;; at = (at + 1) & mask) {
-            Slot &slot = slots_[int(at)];
+            Slot &slot = cells[int(at)];
             if (slot.first < 0) {
                 slot = {hash, added};
                 return;
@@ -95,7 +95,7 @@ private:
         drivers[first].last = added;
     }
 
-    QVector<Slot> slots_;
+    QVector<Slot> cells;
     QVector<Driver> drivers;
     QVector<int> repeated;
 };

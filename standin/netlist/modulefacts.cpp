@@ -229,7 +229,7 @@ ModuleSummary ModuleFacts::summary() const
                 port.runs.push_back({bit + 1, own[bit]});
         }
         result.portsByPin.insert(port.pin, variable.name);
-        result.ports.insert(variable.name, std::move(port));
+        result.ports.insert(variable.name, port);
     }
     return result;
 }

@@ -256,7 +256,7 @@ error_code YosysParser::readBits(ondemand::value value, YosysBits *bits)
     bits->begin = quint32(design->bits.size());
     for (auto entry : array) {
         ondemand::value bit;
-        if (const error_code error = std::move(entry).get(bit))
+        if (const error_code error = entry.get(bit))
             return error;
         std::int64_t number = 0;
         std::string_view text;
