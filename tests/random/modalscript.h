@@ -3,19 +3,15 @@
 
 #pragma once
 
-#include <QDialog>
-#include <QList>
-#include <QMenu>
-#include <QMessageBox>
-#include <QObject>
-#include <QStringList>
+#include "modalanswers.h"
 
-#include <functional>
+#include <QMenu>
+#include <QStringList>
 
 /// Answers the windows and menus that an action is expected to raise, and writes down where they
 /// differ from what was expected. It never fails the test itself, because a failing sequence is
 /// played many times while it is shortened.
-class ModalScript : public QObject
+class ModalScript : public ModalAnswers
 {
     Q_OBJECT
 
@@ -25,18 +21,6 @@ public:
     /// Expects a message box, answered with \a button. \a details is its detailed text.
     void expectBox(const QString &title, const QString &text, QMessageBox::StandardButton button,
                    const QString &details = QString());
-
-    /// Expects a dialog of the type \a Dialog and runs \a act on it, which closes it.
-    template<typename Dialog>
-    void expectDialog(std::function<void(Dialog *)> act)
-    {
-        steps.append({QLatin1String(Dialog::staticMetaObject.className()), [act](QWidget *window) {
-                          auto *dialog = qobject_cast<Dialog *>(window);
-                          if (dialog)
-                              act(dialog);
-                          return dialog != nullptr;
-                      }});
-    }
 
     /// Expects a menu and runs \a act on it. A menu that \a act leaves open is dismissed.
     void expectMenu(const std::function<void(QMenu *)> &act);
@@ -48,15 +32,10 @@ public:
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
+protected:
+    bool asks(const QWidget *window) const override;
+    void fault(const QString &text) override;
+
 private:
-    struct Step
-    {
-        QString what;
-        std::function<bool(QWidget *)> answer;
-    };
-
-    void answer(QWidget *window);
-
-    QList<Step> steps;
     QStringList faults;
 };

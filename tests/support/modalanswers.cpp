@@ -1,0 +1,91 @@
+// SPDX-FileCopyrightText: The project's authors
+// SPDX-License-Identifier: MIT
+
+#include "modalanswers.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QEvent>
+#include <QPointer>
+#include <QProgressDialog>
+
+static QString describe(const QWidget *window)
+{
+    QString text =
+        QLatin1String(window->metaObject()->className()) + " \"" + window->windowTitle() + '"';
+    if (const auto *box = qobject_cast<const QMessageBox *>(window))
+        text += " \"" + box->text() + "\" \"" + box->detailedText() + '"';
+    return text;
+}
+
+ModalAnswers::ModalAnswers()
+{
+    qApp->installEventFilter(this);
+}
+
+void ModalAnswers::expect(const QString &what, const std::function<bool(QWidget *)> &answer)
+{
+    steps.append({what, answer});
+}
+
+void ModalAnswers::expectBox(const QString &what,
+                             const std::function<bool(const QMessageBox *)> &fits,
+                             QMessageBox::StandardButton button)
+{
+    expect(what, [fits, button](QWidget *window) {
+        const auto *box = qobject_cast<QMessageBox *>(window);
+        if (!box || !fits(box) || !box->button(button))
+            return false;
+        box->button(button)->click();
+        return true;
+    });
+}
+
+QStringList ModalAnswers::takeMissing()
+{
+    QStringList missing;
+    for (const Step &step : qAsConst(steps))
+        missing.append(step.what);
+    steps.clear();
+    return missing;
+}
+
+bool ModalAnswers::asks(const QWidget *window) const
+{
+    // A progress dialog goes by itself, and asks nothing.
+    return window->isModal() && !qobject_cast<const QProgressDialog *>(window);
+}
+
+bool ModalAnswers::eventFilter(QObject *watched, QEvent *event)
+{
+    auto *window = qobject_cast<QWidget *>(watched);
+    if (event->type() == QEvent::Show && window && window->isWindow() && asks(window)) {
+        QPointer<QWidget> guarded = window;
+        QMetaObject::invokeMethod(
+            this,
+            [this, guarded] {
+                if (guarded && guarded->isVisible())
+                    answer(guarded);
+            },
+            Qt::QueuedConnection);
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void ModalAnswers::answer(QWidget *window)
+{
+    if (steps.isEmpty()) {
+        fault("unexpected window: " + describe(window));
+    } else {
+        const Step step = steps.takeFirst();
+        if (step.answer(window))
+            return;
+        fault("wanted " + step.what + ", got " + describe(window));
+    }
+
+    // The window only has to go, so that the test can end.
+    if (auto *dialog = qobject_cast<QDialog *>(window))
+        dialog->done(QDialog::Rejected);
+    else
+        window->close();
+}
