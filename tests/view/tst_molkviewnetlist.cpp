@@ -9,7 +9,7 @@
 #include "netlistguard.h"
 #include "privateaccess.h"
 #include "testwidgetsmain.h"
-#include "viewbench.h"
+#include "viewtest.h"
 
 #include "netlist/netlistbuilder.h"
 
@@ -67,7 +67,7 @@ private:
 
 } // namespace
 
-class tst_MolkViewNetlist : public QObject
+class tst_MolkViewNetlist : public ViewTest
 {
     Q_OBJECT
 
@@ -102,19 +102,17 @@ static const QStringList services = {"getSourceFileInfo", "catchRtlModules",
 
 void tst_MolkViewNetlist::goodDesignIsInstalledOnAllPages()
 {
-    ViewBench bench;
-    const auto view = bench.openView(bench.writeCores(2));
-    QVERIFY(view);
-    auto *document = documentOf(view);
-    const NetlistGuard old(document->netlist);
-    QSignalSpy first(document->optionWidgets.at(0)->widget(0), SIGNAL(netlistChanged()));
-    QSignalSpy second(document->optionWidgets.at(1)->widget(0), SIGNAL(netlistChanged()));
+    QVERIFY(openCores(2));
+    auto *opened = document();
+    const NetlistGuard old(opened->netlist);
+    QSignalSpy first(opened->optionWidgets.at(0)->widget(0), SIGNAL(netlistChanged()));
+    QSignalSpy second(opened->optionWidgets.at(1)->widget(0), SIGNAL(netlistChanged()));
     FATHOM::RtlNetlist *next = benchNetlist();
-    bench.host.extraction().queueNetlist(next);
+    bench->host.extraction().queueNetlist(next);
 
     QVERIFY(view->readRtlNetlist());
 
-    QCOMPARE(document->netlist, next);
+    QCOMPARE(opened->netlist, next);
     QVERIFY(old.get() == nullptr);
     // Once for the netlist that went, once for the one that came.
     QCOMPARE(first.count(), 2);
@@ -124,52 +122,44 @@ void tst_MolkViewNetlist::goodDesignIsInstalledOnAllPages()
 
 void tst_MolkViewNetlist::servicesAreAskedInOrder()
 {
-    ViewBench bench;
-    const auto view = bench.openView(bench.writeCores(1));
-    QVERIFY(view);
-    bench.host.clearCalls();
+    QVERIFY(openCores());
+    bench->host.clearCalls();
 
     QVERIFY(view->readRtlNetlist());
 
-    QCOMPARE(bench.host.calls(),
+    QCOMPARE(bench->host.calls(),
              QStringList({"getSourceFileInfo", "catchRtlModules top=top",
                           "catchRtlNetsWithProgressDialog"}));
 }
 
 void tst_MolkViewNetlist::noSourceFilesAskNoService()
 {
-    ViewBench bench;
-    const auto view = bench.openView(bench.writeCores(1));
-    QVERIFY(view);
-    bench.host.design().setSourceFileInfo({{"Top", "top"}, {"Files", QVariantList()}});
-    bench.host.clearCalls();
+    QVERIFY(openCores());
+    bench->host.design().setSourceFileInfo({{"Top", "top"}, {"Files", QVariantList()}});
+    bench->host.clearCalls();
     ModalDriver driver;
     driver.expectMessage("Error", "Design files are not exist.", QMessageBox::Ok);
 
     QVERIFY(!view->readRtlNetlist());
 
-    QCOMPARE(bench.host.callsOf(services), QStringList("getSourceFileInfo"));
-    QVERIFY(documentOf(view)->netlist == nullptr);
+    QCOMPARE(bench->host.callsOf(services), QStringList("getSourceFileInfo"));
+    QVERIFY(document()->netlist == nullptr);
 }
 
 void tst_MolkViewNetlist::filesWithoutPathCount()
 {
-    ViewBench bench;
-    const auto view = bench.openView(bench.writeCores(1));
-    QVERIFY(view);
-    bench.host.design().setSourceFileInfo({{"Files", QVariantList({QVariantMap()})}});
+    QVERIFY(openCores());
+    bench->host.design().setSourceFileInfo({{"Files", QVariantList({QVariantMap()})}});
 
     QVERIFY(view->readRtlNetlist());
 }
 
 void tst_MolkViewNetlist::errorInTheLogShowsTheWholeLog()
 {
-    ViewBench bench;
-    const auto view = bench.openView(bench.writeCores(1));
-    QVERIFY(view);
-    bench.host.extraction().queueModules(
+    QVERIFY(openCores());
+    bench->host.extraction().queueModules(
         {{"top"}, {"top", "sub"}, {"INFO: reading a.v", "ERROR: a.v:3:1: syntax", "INFO: done"}});
-    bench.host.clearCalls();
+    bench->host.clearCalls();
     ModalDriver driver;
     driver.expectDialog<MessageDlg>([&](MessageDlg *dialog) {
         QCOMPARE(dialog->parentWidget(), view.get());
@@ -181,16 +171,14 @@ void tst_MolkViewNetlist::errorInTheLogShowsTheWholeLog()
 
     QVERIFY(!view->readRtlNetlist());
 
-    QCOMPARE(bench.host.callsOf(services),
+    QCOMPARE(bench->host.callsOf(services),
              QStringList({"getSourceFileInfo", "catchRtlModules top=top"}));
 }
 
 void tst_MolkViewNetlist::errorFurtherOnIsNoError()
 {
-    ViewBench bench;
-    const auto view = bench.openView(bench.writeCores(1));
-    QVERIFY(view);
-    bench.host.extraction().queueModules({{"top"}, {"top"}, {"0 ERROR", "Error: none"}});
+    QVERIFY(openCores());
+    bench->host.extraction().queueModules({{"top"}, {"top"}, {"0 ERROR", "Error: none"}});
 
     QVERIFY(view->readRtlNetlist());
 }
@@ -242,14 +230,12 @@ void tst_MolkViewNetlist::refusalShowsOneBox()
     QFETCH(bool, usesJtag);
     QFETCH(QString, title);
     QFETCH(QString, text);
-    ViewBench bench;
-    const auto view = bench.openView(bench.writeCores(1));
-    QVERIFY(view);
-    bench.host.design().setSourceFiles({"/design/a.v"}, top);
-    bench.host.extraction().queueModules({topModules, modules, {}});
+    QVERIFY(openCores());
+    bench->host.design().setSourceFiles({"/design/a.v"}, top);
+    bench->host.extraction().queueModules({topModules, modules, {}});
     Standin::NetlistBuilder builder(received);
     builder.setUsesJtag(usesJtag);
-    bench.host.extraction().queueNetlist(builder.build());
+    bench->host.extraction().queueNetlist(builder.build());
     ModalDriver driver;
     driver.expectDialog<QMessageBox>([&](QMessageBox *box) {
         QCOMPARE(box->parentWidget(), view.get());
@@ -263,16 +249,14 @@ void tst_MolkViewNetlist::refusalShowsOneBox()
 
     QVERIFY(!view->readRtlNetlist());
 
-    QVERIFY(documentOf(view)->netlist == nullptr);
+    QVERIFY(document()->netlist == nullptr);
 }
 
 void tst_MolkViewNetlist::rejectedNetlistIsFreed()
 {
-    ViewBench bench;
-    const auto view = bench.openView(bench.writeCores(1));
-    QVERIFY(view);
+    QVERIFY(openCores());
     int alive = 0;
-    bench.host.extraction().queueNetlist(new WatchedNetlist("top", &alive, true));
+    bench->host.extraction().queueNetlist(new WatchedNetlist("top", &alive, true));
     ModalDriver driver;
     driver.expectDialog<QMessageBox>([&](QMessageBox *box) {
         QCOMPARE(alive, 0);
@@ -284,13 +268,11 @@ void tst_MolkViewNetlist::rejectedNetlistIsFreed()
 
 void tst_MolkViewNetlist::refusalLeavesNoNetlist()
 {
-    ViewBench bench;
-    const auto view = bench.openView(bench.writeCores(1));
-    QVERIFY(view);
-    const NetlistGuard old(documentOf(view)->netlist);
-    QSignalSpy told(documentOf(view)->optionWidgets.first()->widget(0), SIGNAL(netlistChanged()));
+    QVERIFY(openCores());
+    const NetlistGuard old(document()->netlist);
+    QSignalSpy told(document()->optionWidgets.first()->widget(0), SIGNAL(netlistChanged()));
     view->onModified();
-    bench.host.extraction().queueModules({{}, {}, {}});
+    bench->host.extraction().queueModules({{}, {}, {}});
     ModalDriver driver;
     driver.expectMessage("Invalid Top Module", "No module named \"top\", please reset top module.",
                          QMessageBox::Ok);
@@ -298,64 +280,55 @@ void tst_MolkViewNetlist::refusalLeavesNoNetlist()
     QVERIFY(!view->readRtlNetlist());
 
     QVERIFY(old.get() == nullptr);
-    QVERIFY(documentOf(view)->netlist == nullptr);
+    QVERIFY(document()->netlist == nullptr);
     QCOMPARE(told.count(), 1);
     QVERIFY(view->isModified());
-    QCOMPARE(documentOf(view)->cores.size(), 1);
+    QCOMPARE(document()->cores.size(), 1);
 }
 
 void tst_MolkViewNetlist::missingNetlistIsRefusedInSilence()
 {
-    ViewBench bench;
-    const auto view = bench.openView(bench.writeCores(1));
-    QVERIFY(view);
-    bench.host.refuse("catchRtlNetsWithProgressDialog");
+    QVERIFY(openCores());
+    bench->host.refuse("catchRtlNetsWithProgressDialog");
     ModalDriver driver;
     QTest::ignoreMessage(QtDebugMsg, "the host delivered no netlist");
 
     QVERIFY(!view->readRtlNetlist());
 
-    QVERIFY(documentOf(view)->netlist == nullptr);
+    QVERIFY(document()->netlist == nullptr);
 }
 
 void tst_MolkViewNetlist::missingTopMayBeNullOrEmpty()
 {
-    ViewBench bench;
-    const auto view = bench.openView(bench.writeCores(1));
-    QVERIFY(view);
+    QVERIFY(openCores());
     const QVariantList files = {QVariantMap{{"Path", "/a.v"}}};
 
-    bench.host.design().setSourceFileInfo({{"Files", files}});
+    bench->host.design().setSourceFileInfo({{"Files", files}});
     QVERIFY(view->readRtlNetlist());
-    bench.host.design().setSourceFileInfo({{"Files", files}, {"Top", ""}});
+    bench->host.design().setSourceFileInfo({{"Files", files}, {"Top", ""}});
     QVERIFY(view->readRtlNetlist());
 }
 
 void tst_MolkViewNetlist::readKeepsSignalsThatAreGone()
 {
-    ViewBench bench;
-    const auto view = bench.openView(bench.writeCores(1));
-    QVERIFY(view);
-    bench.host.extraction().queueNetlist(Standin::NetlistBuilder("top").build());
+    QVERIFY(openCores());
+    bench->host.extraction().queueNetlist(Standin::NetlistBuilder("top").build());
 
     QVERIFY(view->readRtlNetlist());
 
-    const MolkCore *core = documentOf(view)->cores.first();
+    const MolkCore *core = document()->cores.first();
     QCOMPARE(core->getProbeIn(0)->singleSignals(), QStringList("top/clk"));
     QVERIFY(core->getProbeIn(0)->getSignalNet().first().found);
 }
 
 void tst_MolkViewNetlist::saveDuringAReadKeepsTheModuleNames()
 {
-    ViewBench bench;
-    const QString file = bench.writeCores(1);
-    const auto view = bench.openView(file);
-    QVERIFY(view);
+    QVERIFY(openCores());
     QVERIFY(view->save());
     child<QLineEdit>(view, "lineEditUserClock")->setText("top/clk");
     ModalDriver driver;
-    bench.host.extraction().duringNetlist([&] {
-        QVERIFY(documentOf(view)->netlist == nullptr);
+    bench->host.extraction().duringNetlist([&] {
+        QVERIFY(document()->netlist == nullptr);
         QVERIFY(view->save());
 
         child<QCheckBox>(view, "checkUserClock")->setChecked(true);
@@ -380,27 +353,23 @@ void tst_MolkViewNetlist::saveDuringAReadKeepsTheModuleNames()
 
 void tst_MolkViewNetlist::viewMayGoWhileModulesAreRead()
 {
-    ViewBench bench;
-    QPointer<MolkView> view = bench.openView(bench.writeCores(1)).release();
-    QVERIFY(view);
-    bench.host.extraction().duringModules([&] { delete view; });
-    bench.host.clearCalls();
+    QVERIFY(openCores());
+    bench->host.extraction().duringModules([&] { view.reset(); });
+    bench->host.clearCalls();
 
     QVERIFY(!view->readRtlNetlist());
 
     QVERIFY(!view);
-    QCOMPARE(bench.host.callsOf(services),
+    QCOMPARE(bench->host.callsOf(services),
              QStringList({"getSourceFileInfo", "catchRtlModules top=top"}));
 }
 
 void tst_MolkViewNetlist::viewMayGoWhileNetsAreRead()
 {
-    ViewBench bench;
-    QPointer<MolkView> view = bench.openView(bench.writeCores(1)).release();
-    QVERIFY(view);
+    QVERIFY(openCores());
     int alive = 0;
-    bench.host.extraction().queueNetlist(new WatchedNetlist("top", &alive));
-    bench.host.extraction().duringNetlist([&] { delete view; });
+    bench->host.extraction().queueNetlist(new WatchedNetlist("top", &alive));
+    bench->host.extraction().duringNetlist([&] { view.reset(); });
 
     QVERIFY(!view->readRtlNetlist());
 
@@ -410,12 +379,10 @@ void tst_MolkViewNetlist::viewMayGoWhileNetsAreRead()
 
 void tst_MolkViewNetlist::viewMayGoWhileTheLogIsShown()
 {
-    ViewBench bench;
-    QPointer<MolkView> view = bench.openView(bench.writeCores(1)).release();
-    QVERIFY(view);
-    bench.host.extraction().queueModules({{"top"}, {"top"}, {"ERROR"}});
+    QVERIFY(openCores());
+    bench->host.extraction().queueModules({{"top"}, {"top"}, {"ERROR"}});
     ModalDriver driver;
-    driver.expectDialog<MessageDlg>([&](MessageDlg *) { delete view; });
+    driver.expectDialog<MessageDlg>([&](MessageDlg *) { view.reset(); });
 
     QVERIFY(!view->readRtlNetlist());
 
@@ -424,12 +391,10 @@ void tst_MolkViewNetlist::viewMayGoWhileTheLogIsShown()
 
 void tst_MolkViewNetlist::viewMayGoWhileTheRefusalIsShown()
 {
-    ViewBench bench;
-    QPointer<MolkView> view = bench.openView(bench.writeCores(1)).release();
-    QVERIFY(view);
-    bench.host.extraction().queueModules({{}, {}, {}});
+    QVERIFY(openCores());
+    bench->host.extraction().queueModules({{}, {}, {}});
     ModalDriver driver;
-    driver.expectDialog<QMessageBox>([&](QMessageBox *) { delete view; });
+    driver.expectDialog<QMessageBox>([&](QMessageBox *) { view.reset(); });
 
     QVERIFY(!view->readRtlNetlist());
 
@@ -438,54 +403,50 @@ void tst_MolkViewNetlist::viewMayGoWhileTheRefusalIsShown()
 
 void tst_MolkViewNetlist::readInsideAReadLeavesOneNetlist()
 {
-    ViewBench bench;
-    const auto view = bench.openView(bench.writeCores(1));
-    QVERIFY(view);
+    QVERIFY(openCores());
     int alive = 0;
-    bench.host.serveDesign("top", [&] { return new WatchedNetlist("top", &alive); });
-    bench.host.extraction().duringNetlist([&] {
+    bench->host.serveDesign("top", [&] { return new WatchedNetlist("top", &alive); });
+    bench->host.extraction().duringNetlist([&] {
         QVERIFY(view->readRtlNetlist());
-        QVERIFY(documentOf(view)->netlist);
+        QVERIFY(document()->netlist);
     });
 
     QVERIFY(view->readRtlNetlist());
 
     QCOMPARE(alive, 1);
-    QVERIFY(documentOf(view)->netlist);
+    QVERIFY(document()->netlist);
 }
 
 void tst_MolkViewNetlist::relativeIncludePathsBecomeAbsolute()
 {
-    ViewBench bench;
-    MolkView view;
-    bench.host.design().setWorkingDir("/project/build");
-    QCOMPARE((view.*member(IncludePaths()))(), QStringList());
+    newView();
+    bench->host.design().setWorkingDir("/project/build");
+    QCOMPARE((view.get()->*member(IncludePaths()))(), QStringList());
 
-    bench.host.design().setOptionValue(
+    bench->host.design().setOptionValue(
         "IncludePath", QStringList({"inc", "../rtl/./x/", "/abs/../inc", "inc", ""}));
 
-    QCOMPARE((view.*member(IncludePaths()))(),
+    QCOMPARE((view.get()->*member(IncludePaths()))(),
              QStringList({"/project/build/inc", "/project/rtl/x", "/abs/../inc",
                           "/project/build/inc", "/project/build"}));
 }
 
 void tst_MolkViewNetlist::modulesServiceIsForwarded()
 {
-    ViewBench bench;
-    MolkView view;
-    bench.host.extraction().queueModules({{"a"}, {"a", "b"}, {"INFO"}});
-    bench.host.clearCalls();
+    newView();
+    bench->host.extraction().queueModules({{"a"}, {"a", "b"}, {"INFO"}});
+    bench->host.clearCalls();
     QMap<QString, QVariant> info = {{"Top", "a"}};
     QStringList topModules;
     QStringList modules;
     QStringList messages;
 
-    (view.*member(GetRtlModules()))(info, topModules, modules, messages);
+    (view.get()->*member(GetRtlModules()))(info, topModules, modules, messages);
 
     QCOMPARE(topModules, QStringList("a"));
     QCOMPARE(modules, QStringList({"a", "b"}));
     QCOMPARE(messages, QStringList("INFO"));
-    QCOMPARE(bench.host.calls(), QStringList("catchRtlModules top=a"));
+    QCOMPARE(bench->host.calls(), QStringList("catchRtlModules top=a"));
 }
 
 MOLK_TEST_MAIN(tst_MolkViewNetlist)
