@@ -19,6 +19,8 @@
 #include <QPointer>
 #include <QStringList>
 
+#include <algorithm>
+
 namespace MOLK {
 
 namespace {
@@ -27,6 +29,7 @@ struct MolkViewManagerPrivate
 {
     void updateSaveAction() const;
     MolkView *viewOf(const QString &absolutePath) const;
+    bool knows(const QObject *view) const;
     void forget(const QObject *view);
 
     QAction *saveAction = nullptr;
@@ -74,7 +77,13 @@ MolkView *MolkViewManagerPrivate::viewOf(const QString &path) const
     return nullptr;
 }
 
-// Compares the pointer only, since the view may be in its destructor.
+// Compares the pointer only, as forget() does, since the view may be in its destructor.
+bool MolkViewManagerPrivate::knows(const QObject *view) const
+{
+    return currentView == view
+        || std::any_of(views.begin(), views.end(), [view](MolkView *v) { return v == view; });
+}
+
 void MolkViewManagerPrivate::forget(const QObject *view)
 {
     for (int i = views.size() - 1; i >= 0; --i) {
@@ -187,10 +196,12 @@ void MolkViewManager::onMolkViewClosed(Core::IView *view)
         d->forget(molkView);
 }
 
-// A host may delete a view without reporting that it was closed.
+// A host may delete a view without reporting that it was closed. If it did report, the action has
+// been refreshed and doesn't follow the views' titles a second time.
 void MolkViewManager::onViewDestroyed(QObject *view)
 {
-    d->forget(view);
+    if (d->knows(view))
+        d->forget(view);
 }
 
 void MolkViewManager::onMolkViewModified(bool modified)
