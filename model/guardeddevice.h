@@ -9,19 +9,13 @@
 
 namespace MOLK {
 
-/// What becomes of the line ends and blanks that only lay a document out.
-enum class Indentation {
-    Kept,   ///< The parser counts lines and columns as they are in the file.
-    Dropped ///< The parser has a fifth less to do, but can't tell places.
-};
-
 /// Reads another device through a MarkupGuard. Where the guard stops the document, this device
 /// ends.
 class GuardedDevice : public QIODevice
 {
 public:
     /// \param readFrom an open device, which must outlive this one and stays its owner's.
-    GuardedDevice(QIODevice *readFrom, Indentation layout);
+    explicit GuardedDevice(QIODevice *readFrom);
 
     bool isSequential() const override;
 
@@ -34,7 +28,6 @@ protected:
 
 private:
     QIODevice *source;
-    Indentation indentation;
     MarkupGuard guard;
 };
 

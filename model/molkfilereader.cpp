@@ -3,8 +3,8 @@
 
 #include "molkfilereader.h"
 
+#include "layoutreader.h"
 #include "messagetext.h"
-#include "molkcore.h"
 #include "molkformat.h"
 #include "xmltext.h"
 
@@ -16,85 +16,48 @@ static const int causeLength = 400;
 static const int versionLength = 100;
 static const QLatin1String documentWord("the document");
 
-struct SignalElement
-{
-    QLatin1String element;
-    int kind;
-};
-
-static const SignalElement signalElements[] = {
-    {Format::netElement, Format::netKind},
-    {Format::busElement, Format::busKind},
-    {Format::bitElement, Format::busKind},
-    {Format::signalElement, Format::unsetKind},
-};
-
 static QString quoted(QLatin1String word)
 {
     return '"' + word + '"';
 }
 
-static const SignalElement *signalElement(const QStringRef &name)
+static const Format::SignalElement *signalElement(const QStringRef &name)
 {
-    for (const SignalElement &known : signalElements) {
+    for (const Format::SignalElement &known : Format::signalElements) {
         if (name.size() == known.element.size() && name == known.element)
             return &known;
     }
     return nullptr;
 }
 
-// Stricter than QString::toInt, which takes blanks, a plus sign and leading zeros: one number has
-// one spelling.
-static bool parseNumber(const QStringRef &text, int *number)
-{
-    bool ok = false;
-    const int parsed = text.toInt(&ok);
-    if (!ok || QString::number(parsed) != text)
-        return false;
-    *number = parsed;
-    return true;
-}
-
 QString readDocument(QIODevice *source, QList<MolkCore *> *cores)
 {
-    QString cause;
-    for (const Indentation indentation : {Indentation::Dropped, Indentation::Kept}) {
-        if (!source->seek(0))
-            return source->errorString();
-        MolkFileReader reader(source, indentation);
-        if (reader.read()) {
-            *cores = reader.takeCores();
-            return QString();
-        }
-        cause = reader.error();
+    LayoutReader fast(source);
+    if (fast.read()) {
+        *cores = fast.takeCores();
+        return QString();
     }
-    return cause;
+    if (!source->seek(0))
+        return source->errorString();
+    MolkFileReader reader(source);
+    if (!reader.read())
+        return reader.error();
+    *cores = reader.takeCores();
+    return QString();
 }
 
-MolkFileReader::MolkFileReader(QIODevice *source, Indentation indentation)
-    : guarded(source, indentation)
+MolkFileReader::MolkFileReader(QIODevice *source)
+    : guarded(source)
     , xml(&guarded)
 {
     // The format has no namespaces, and a prefix must not hide in a name.
     xml.setNamespaceProcessing(false);
 }
 
-MolkFileReader::~MolkFileReader() = default;
-
 bool MolkFileReader::read()
 {
     readDocument();
     return error().isEmpty();
-}
-
-QList<MolkCore *> MolkFileReader::takeCores()
-{
-    QList<MolkCore *> taken;
-    taken.reserve(int(cores.size()));
-    for (std::unique_ptr<MolkCore> &core : cores)
-        taken.append(core.release());
-    cores.clear();
-    return taken;
 }
 
 QString MolkFileReader::error() const
@@ -168,7 +131,7 @@ void MolkFileReader::readVersion()
 
 void MolkFileReader::readCore()
 {
-    auto core = std::make_unique<MolkCore>(int(cores.size()));
+    auto core = std::make_unique<MolkCore>(cores.size());
     const QXmlStreamAttributes attributes = xml.attributes();
     for (const QXmlStreamAttribute &attribute : attributes) {
         if (attribute.qualifiedName() == Format::idAttribute)
@@ -200,7 +163,7 @@ void MolkFileReader::readCore()
             failAtElement(Format::coreElement);
         }
     }
-    cores.push_back(std::move(core));
+    cores.append(std::move(core));
 }
 
 void MolkFileReader::readPort(ProbeIn *port, ProbeOut *valued, QLatin1String element)
@@ -223,7 +186,7 @@ void MolkFileReader::readSignals(QList<SignalItem> *items, int nesting, QLatin1S
 {
     static const SignalItem blank;
     while (nextChild(parent)) {
-        const SignalElement *const element = signalElement(xml.qualifiedName());
+        const Format::SignalElement *const element = signalElement(xml.qualifiedName());
         if (!element) {
             failAtElement(parent);
             return;

@@ -4,20 +4,14 @@
 #pragma once
 
 #include "guardeddevice.h"
+#include "ownedcores.h"
 #include "signalitem.h"
 
 #include <QList>
 #include <QString>
 #include <QXmlStreamReader>
 
-#include <memory>
-#include <vector>
-
 namespace MOLK {
-
-class MolkCore;
-class ProbeIn;
-class ProbeOut;
 
 /// Reads one configuration document. Anything that the format doesn't know is an error: what is
 /// skipped when reading would be lost at the next save.
@@ -25,9 +19,7 @@ class MolkFileReader
 {
 public:
     /// \param source an open device, which must outlive the reader and stays its owner's.
-    /// \param indentation how to read; error() tells true places only where it is kept.
-    MolkFileReader(QIODevice *source, Indentation indentation);
-    ~MolkFileReader();
+    explicit MolkFileReader(QIODevice *source);
 
     /// Reads the whole document, once.
     ///
@@ -35,7 +27,7 @@ public:
     bool read();
 
     /// Hands over the cores that were read; the caller owns them.
-    QList<MolkCore *> takeCores();
+    QList<MolkCore *> takeCores() { return cores.take(); }
 
     /// What is wrong and where, as in `line 3, column 17: unknown element "x" in "core"`; empty
     /// while nothing is.
@@ -62,11 +54,11 @@ private:
 
     GuardedDevice guarded;
     QXmlStreamReader xml;
-    std::vector<std::unique_ptr<MolkCore>> cores;
+    OwnedCores cores;
 };
 
-/// Reads the configuration that \a source holds: at first as fast as it goes, and if that fails
-/// once more from the start to find the place.
+/// Reads the configuration that \a source holds: as fast as it goes if it looks as the writer lays
+/// it out, and otherwise as any XML.
 ///
 /// \param source an open device that can go back to its start.
 /// \param cores the result, which the caller owns; left alone on failure.

@@ -5,53 +5,40 @@
 
 #include "molkcore.h"
 #include "molkformat.h"
-#include "xmltext.h"
 
 #include <QIODevice>
 
 namespace MOLK {
 
-static const int bufferedCharacters = 64 * 1024;
+static const int bufferedBytes = 128 * 1024;
 
 MolkFileWriter::MolkFileWriter(QIODevice *target)
     : device(target)
-    , xml(&text)
-    , netElement(Format::netElement)
-    , busElement(Format::busElement)
-    , bitElement(Format::bitElement)
-    , signalElement(Format::signalElement)
-    , nameAttribute(Format::nameAttribute)
 {
-    text.reserve(bufferedCharacters * 2);
-    xml.setAutoFormatting(true);
 }
 
 bool MolkFileWriter::write(const QList<MolkCore *> &cores)
 {
-    // The stream writer names the encoding only when it writes to a device itself.
-    text += "<?xml version=\"1.0\" encoding=\"UTF-8\"?>";
-    xml.writeStartElement(Format::rootElement);
+    xml.startElement(Format::rootElement);
     xml.writeTextElement(Format::versionElement, Format::version);
     for (int i = 0; i < cores.size() && !failed; ++i)
         writeCore(*cores.at(i), i);
-    xml.writeEndElement();
-    text += '\n';
-    failed = failed || xml.hasError();
+    endElement();
     passOn();
     return !failed;
 }
 
 void MolkFileWriter::writeCore(const MolkCore &core, int position)
 {
-    xml.writeStartElement(Format::coreElement);
+    xml.startElement(Format::coreElement);
     if (core.id != position)
-        xml.writeAttribute(Format::idAttribute, QString::number(core.id));
+        writeText(Format::idAttribute, QString::number(core.id));
     if (!core.getModuleName().isEmpty())
-        writeAttribute(Format::moduleAttribute, core.getModuleName());
+        writeText(Format::moduleAttribute, core.getModuleName());
     if (!core.getUserClockName().isEmpty())
-        writeAttribute(Format::userClockAttribute, core.getUserClockName());
+        writeText(Format::userClockAttribute, core.getUserClockName());
     if (core.useUserClock)
-        writeAttribute(Format::useUserClockAttribute, Format::trueWord);
+        writeText(Format::useUserClockAttribute, Format::trueWord);
 
     const QList<ProbeIn *> probeIns = core.getAllProbeIns();
     for (int i = 0; i < probeIns.size() && !failed; ++i)
@@ -59,20 +46,18 @@ void MolkFileWriter::writeCore(const MolkCore &core, int position)
     const QList<ProbeOut *> probeOuts = core.getAllProbeOuts();
     for (int i = 0; i < probeOuts.size() && !failed; ++i)
         writePort(*probeOuts.at(i), probeOuts.at(i), i);
-    xml.writeEndElement();
+    endElement();
 }
 
 void MolkFileWriter::writePort(const ProbeIn &port, const ProbeOut *valued, int position)
 {
-    xml.writeStartElement(valued ? Format::probeOutElement : Format::probeInElement);
+    xml.startElement(valued ? Format::probeOutElement : Format::probeInElement);
     if (port.number != position)
-        xml.writeAttribute(Format::numberAttribute, QString::number(port.number));
+        writeText(Format::numberAttribute, QString::number(port.number));
     if (valued && valued->getValue() != Format::defaultValue)
-        writeAttribute(Format::valueAttribute, valued->getValue());
+        writeText(Format::valueAttribute, valued->getValue());
     writeSignals(port.getSignalNet(), 0);
-    xml.writeEndElement();
-    if (text.size() > bufferedCharacters)
-        passOn();
+    endElement();
 }
 
 void MolkFileWriter::writeSignals(const QList<SignalItem> &items, int nesting)
@@ -86,45 +71,54 @@ void MolkFileWriter::writeSignals(const QList<SignalItem> &items, int nesting)
     }
 }
 
-void MolkFileWriter::writeSignal(const SignalItem &item, int nesting)
+// The element tells the kind where it can.
+static QLatin1String elementOf(const SignalItem &item)
 {
-    const bool isBus = item.kind == Format::busKind && !item.members.isEmpty();
-    const QString &element = item.kind == Format::netKind ? netElement
-        : isBus                                           ? busElement
-        : item.kind == Format::busKind                    ? bitElement
-                                                          : signalElement;
-    // An element that is closed as it is opened takes the stream writer less.
-    if (item.members.isEmpty())
-        xml.writeEmptyElement(element);
-    else
-        xml.writeStartElement(element);
-    writeAttribute(nameAttribute, item.name);
-    if (!item.alias.isNull())
-        writeAttribute(Format::aliasAttribute, item.alias);
-    if (!item.selectable)
-        writeAttribute(Format::selectableAttribute, Format::falseWord);
-    if (!item.found)
-        writeAttribute(Format::foundAttribute, Format::falseWord);
-    if (&element == &signalElement && item.kind != Format::unsetKind)
-        xml.writeAttribute(Format::kindAttribute, QString::number(item.kind));
-    if (item.members.isEmpty())
-        return;
-    writeSignals(item.members, nesting + 1);
-    xml.writeEndElement();
+    if (item.kind == Format::netKind)
+        return Format::netElement;
+    if (item.kind != Format::busKind)
+        return Format::signalElement;
+    return item.members.isEmpty() ? Format::bitElement : Format::busElement;
 }
 
-void MolkFileWriter::writeAttribute(const QString &name, const QString &value)
+void MolkFileWriter::writeSignal(const SignalItem &item, int nesting)
 {
-    failed = failed || value.size() > Format::maximumTextLength;
-    xml.writeAttribute(name, escapedText(value));
+    const QLatin1String element = elementOf(item);
+    xml.startElement(element);
+    writeText(Format::nameAttribute, item.name);
+    if (!item.alias.isNull())
+        writeText(Format::aliasAttribute, item.alias);
+    if (!item.selectable)
+        writeText(Format::selectableAttribute, Format::falseWord);
+    if (!item.found)
+        writeText(Format::foundAttribute, Format::falseWord);
+    if (element == Format::signalElement && item.kind != Format::unsetKind)
+        writeText(Format::kindAttribute, QString::number(item.kind));
+    writeSignals(item.members, nesting + 1);
+    endElement();
+}
+
+void MolkFileWriter::writeText(QLatin1String name, const QString &text)
+{
+    if (text.size() > Format::maximumTextLength)
+        failed = true;
+    else
+        xml.writeAttribute(name, text);
+}
+
+void MolkFileWriter::endElement()
+{
+    xml.endElement();
+    if (xml.bytes().size() > bufferedBytes)
+        passOn();
 }
 
 void MolkFileWriter::passOn()
 {
-    const QByteArray bytes = text.toUtf8();
-    text.resize(0);
+    const QByteArray &bytes = xml.bytes();
     failed = failed || guard.accept(bytes.constData(), bytes.size()) != bytes.size()
         || device->write(bytes) != bytes.size();
+    xml.clear();
 }
 
 } // namespace MOLK

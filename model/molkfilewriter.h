@@ -4,11 +4,11 @@
 #pragma once
 
 #include "markupguard.h"
+#include "markupwriter.h"
 #include "signalitem.h"
 
 #include <QList>
 #include <QString>
-#include <QXmlStreamWriter>
 
 QT_BEGIN_NAMESPACE
 class QIODevice;
@@ -22,8 +22,8 @@ class ProbeOut;
 
 /// Writes one configuration document.
 ///
-/// The text is gathered in memory a few ports at a time and encoded at once: the stream writer's
-/// own way to a device encodes each word by itself, which takes most of its time.
+/// The bytes are gathered in memory, and each part is looked at as a reader would look at it before
+/// it goes to the device.
 class MolkFileWriter
 {
 public:
@@ -43,21 +43,14 @@ private:
     void writePort(const ProbeIn &port, const ProbeOut *valued, int position);
     void writeSignals(const QList<SignalItem> &items, int nesting);
     void writeSignal(const SignalItem &item, int nesting);
-    void writeAttribute(const QString &name, const QString &text);
+    void writeText(QLatin1String name, const QString &text);
+    void endElement();
     void passOn();
 
     QIODevice *device;
     MarkupGuard guard;
-    QString text; // What xml wrote and passOn() hasn't passed on yet.
-    QXmlStreamWriter xml;
+    MarkupWriter xml;
     bool failed = false;
-
-    // The words written once a signal, as the stream writer wants them.
-    const QString netElement;
-    const QString busElement;
-    const QString bitElement;
-    const QString signalElement;
-    const QString nameAttribute;
 };
 
 } // namespace MOLK

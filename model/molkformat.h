@@ -17,6 +17,9 @@ constexpr QLatin1String word(const char (&literal)[size])
     return QLatin1String(literal, size - 1);
 }
 
+constexpr QLatin1String declaration = word("<?xml version=\"1.0\" encoding=\"UTF-8\"?>");
+constexpr int indentation = 4; // Blanks a level.
+
 constexpr QLatin1String rootElement = word("MOLK_CONFIG");
 constexpr QLatin1String versionElement = word("Version");
 constexpr QLatin1String version = word("1.0");
@@ -50,6 +53,20 @@ constexpr QLatin1String falseWord = word("false");
 constexpr int netKind = 0;
 constexpr int busKind = 1;
 constexpr int unsetKind = -1;
+
+struct SignalElement
+{
+    QLatin1String element;
+    int kind;
+};
+
+/// The elements of signals, with the kind that each stands for unless it has an attribute for it.
+constexpr SignalElement signalElements[] = {
+    {netElement, netKind},
+    {busElement, busKind},
+    {bitElement, busKind},
+    {signalElement, unsetKind},
+};
 
 /// How deep members may lie in members below a port's own items.
 constexpr int maximumNesting = 16;

@@ -3,6 +3,12 @@
 
 #include "xmltext.h"
 
+#include "molkformat.h"
+#include "utf8check.h"
+
+#include <algorithm>
+#include <cstring>
+
 namespace MOLK {
 
 static const int escapeLength = 6;
@@ -49,24 +55,8 @@ static bool isPlain(const QChar *at, const QChar *begin, const QChar *end)
     return code < 0xFFFE;
 }
 
-// Most names hold printable ASCII only, and the writer asks this once a signal.
-static bool isPlain(const QString &text)
-{
-    const QChar *const begin = text.constData();
-    const QChar *const end = begin + text.size();
-    for (const QChar *at = begin; at != end; ++at) {
-        const ushort code = at->unicode();
-        const bool printable = code >= 0x20 && code < 0xD800 && code != '\\';
-        if (!printable && !isPlain(at, begin, end))
-            return false;
-    }
-    return true;
-}
-
 QString escapedText(const QString &text)
 {
-    if (isPlain(text))
-        return text;
     QString escaped;
     escaped.reserve(text.size() + 4 * escapeLength);
     const QChar *const begin = text.constData();
@@ -76,6 +66,35 @@ QString escapedText(const QString &text)
             escaped += *at;
         else
             escaped += QString::asprintf("\\u%04X", unsigned(at->unicode()));
+    }
+    return escaped;
+}
+
+struct Reference
+{
+    ushort code;
+    QLatin1String text;
+};
+
+static const Reference references[] = {
+    {'<', QLatin1String("&lt;")},   {'>', QLatin1String("&gt;")},  {'&', QLatin1String("&amp;")},
+    {'"', QLatin1String("&quot;")}, {'\t', QLatin1String("&#9;")}, {'\n', QLatin1String("&#10;")},
+    {'\r', QLatin1String("&#13;")},
+};
+
+QString escapedAttribute(const QString &text)
+{
+    const QString plain = escapedText(text);
+    QString escaped;
+    escaped.reserve(plain.size() + 4 * escapeLength);
+    for (const QChar character : plain) {
+        const auto *const reference =
+            std::find_if(std::begin(references), std::end(references),
+                         [=](const Reference &known) { return known.code == character.unicode(); });
+        if (reference == std::end(references))
+            escaped += character;
+        else
+            escaped += reference->text;
     }
     return escaped;
 }
@@ -94,6 +113,70 @@ QString unescapedText(const QStringRef &text)
         at += unit < 0 ? 1 : escapeLength;
     }
     return plain;
+}
+
+// Only the references that the writer uses count; false at any other.
+static bool replaceReferences(QString *text)
+{
+    QString replaced;
+    replaced.reserve(text->size());
+    for (int at = 0; at < text->size();) {
+        if (text->at(at) != QLatin1Char('&')) {
+            replaced += text->at(at++);
+            continue;
+        }
+        const QStringRef rest = text->midRef(at);
+        const auto *const reference =
+            std::find_if(std::begin(references), std::end(references),
+                         [&](const Reference &known) { return rest.startsWith(known.text); });
+        if (reference == std::end(references))
+            return false;
+        replaced += QChar(reference->code);
+        at += reference->text.size();
+    }
+    *text = replaced;
+    return true;
+}
+
+static bool isBareInAttribute(QChar character)
+{
+    const ushort code = character.unicode();
+    return code >= 0x20 && code < 0xFFFE && code != '<';
+}
+
+static bool readEscaped(const char *begin, const char *end, QString *text)
+{
+    Utf8Check encoding;
+    if (encoding.firstInvalid(begin, end) != end || !encoding.isComplete())
+        return false;
+    // QString takes a byte order mark at the start for no part of the text.
+    static const char mark[] = {'\xEF', '\xBB', '\xBF'};
+    QString read = QString::fromUtf8(begin, int(end - begin));
+    if (std::size_t(end - begin) >= sizeof mark && std::memcmp(begin, mark, sizeof mark) == 0)
+        read.prepend(QChar(QChar::ByteOrderMark));
+    if (!std::all_of(read.cbegin(), read.cend(), isBareInAttribute) || !replaceReferences(&read))
+        return false;
+    *text = unescapedText(QStringRef(&read));
+    return text->size() <= Format::maximumTextLength;
+}
+
+bool readAttribute(const char *begin, const char *end, QString *text)
+{
+    const bool isPlain = std::all_of(begin, end, [](char byte) { return plainBytes[uchar(byte)]; });
+    if (!isPlain || end - begin > Format::maximumTextLength)
+        return readEscaped(begin, end, text);
+    *text = QString::fromLatin1(begin, int(end - begin));
+    return true;
+}
+
+bool parseNumber(const QStringRef &text, int *number)
+{
+    bool ok = false;
+    const int parsed = text.toInt(&ok);
+    if (!ok || QString::number(parsed) != text)
+        return false;
+    *number = parsed;
+    return true;
 }
 
 } // namespace MOLK
