@@ -4,27 +4,23 @@
 // Reading and writing a full configuration, against what Qt's stream classes take alone for the
 // same document: their token loop over the same bytes, and their writer with ready strings.
 
+#include "comparison.h"
+
 #include "molkcore.h"
 #include "molkfile.h"
 
 #include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QVector>
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
 
-#include <algorithm>
-#include <cstdio>
-#include <functional>
-
 static const int cores = 16;
 static const int portsOfEachDirection = 64;
 static const int signalsOfAPort = 256;
 static const int signalCount = cores * portsOfEachDirection * 2 * signalsOfAPort;
 static const int nameLength = 55;
-static const int rounds = 7;
 
 static QList<MOLK::SignalItem> portSignals(int core, int port)
 {
@@ -58,38 +54,6 @@ static QList<MOLK::MolkCore *> fullConfiguration()
         all.append(core);
     }
     return all;
-}
-
-static qint64 nanoseconds(const std::function<void()> &work)
-{
-    QElapsedTimer timer;
-    timer.start();
-    work();
-    return timer.nsecsElapsed();
-}
-
-static double median(QVector<double> values)
-{
-    std::sort(values.begin(), values.end());
-    return values.at(values.size() / 2);
-}
-
-// Runs both in turn, so that both meet the same machine, and prints the ratio of their medians.
-static bool compare(
-    const char *name, double target, const std::function<void()> &work,
-    const std::function<void()> &bound, const std::function<void()> &cleanUp = [] {})
-{
-    QVector<double> workTimes;
-    QVector<double> boundTimes;
-    for (int i = 0; i < rounds; ++i) {
-        boundTimes.append(nanoseconds(bound) / 1e6);
-        workTimes.append(nanoseconds(work) / 1e6);
-        cleanUp();
-    }
-    const double ratio = median(workTimes) / median(boundTimes);
-    std::printf("%-12s ratio %6.2f target %6.2f value %8.1f bound %8.1f ms size %d\n", name, ratio,
-                target, median(workTimes), median(boundTimes), signalCount);
-    return ratio <= target;
 }
 
 static void writePorts(QXmlStreamWriter *xml, const QString &element,
@@ -142,17 +106,12 @@ static void readBare(const QString &path)
         qFatal("not all was read");
 }
 
-static bool compareSize(const QString &path)
-{
-    const double bytes = double(QFile(path).size()) / signalCount;
-    std::printf("%-12s ratio %6.1f target %6.1f bytes a signal with names of %d characters\n",
-                "file-size", bytes, 100.0, nameLength);
-    return bytes <= 100;
-}
-
 int main(int argc, char *argv[])
 {
     const QCoreApplication app(argc, argv);
+    Comparison comparison(argc, argv);
+    if (!comparison.wantsAny({"file-write", "file-read", "file-size"}))
+        return comparison.exitCode();
     const QTemporaryDir directory;
     const QString path = directory.filePath("full.molk");
     const QString barePath = directory.filePath("bare.molk");
@@ -166,22 +125,32 @@ int main(int argc, char *argv[])
             outs[i].append(model.at(i)->getProbeOut(j)->singleSignals());
         }
     }
+    if (!MOLK::writeMOLKConfigToXml(model, path))
+        qFatal("the configuration can't be written");
 
-    bool ok = compare(
-        "file-write", 1.1, [&] { MOLK::writeMOLKConfigToXml(model, path); },
-        [&] { writeBare(barePath, ins, outs); });
+    comparison.time("file-write", 1.1, signalCount, {[&] {
+                        MOLK::writeMOLKConfigToXml(model, path);
+                    }},
+                    {[&] {
+                        writeBare(barePath, ins, outs);
+                    }},
+                    Clock::Wall);
 
     // What was read is freed outside the measured time, as the rival builds nothing.
     QList<MOLK::MolkCore *> read;
-    ok = compare(
-             "file-read", 1.3, [&] { read += MOLK::readMOLKConfigFromXml(path, nullptr, nullptr); },
-             [&] { readBare(path); },
-             [&] {
-                 qDeleteAll(read);
-                 read.clear();
-             })
-        && ok;
-    ok = compareSize(path) && ok;
+    comparison.time("file-read", 1.3, signalCount,
+                    {[&] { read = MOLK::readMOLKConfigFromXml(path, nullptr, nullptr); }, [] {},
+                     [&] {
+                         qDeleteAll(read);
+                         read.clear();
+                     }},
+                    {[&] {
+                        readBare(path);
+                    }},
+                    Clock::Wall);
+
+    const double bytes = double(QFile(path).size()) / signalCount;
+    comparison.print("file-size", bytes, 100, bytes, 1, "bytes", signalCount);
     qDeleteAll(model);
-    return ok ? 0 : 1;
+    return comparison.exitCode();
 }

@@ -4,222 +4,81 @@
 // The page of a core with 64 Probe Outs of 256 signals each, and sixteen such pages, against what
 // any solution pays: making the labels and rows alone, in no view.
 
+#include "comparison.h"
+#include "fullpage.h"
+
 #include "host/host.h"
-#include "molkcore.h"
-#include "molkoptionwidget.h"
 #include "probedialog.h"
 #include "probeportsoptionwidget.h"
 
 #include <QApplication>
-#include <QElapsedTimer>
-#include <QLabel>
 #include <QPushButton>
 #include <QScrollBar>
-#include <QStackedWidget>
 #include <QTimer>
-#include <QTreeWidget>
-#include <QVector>
 
-#include <algorithm>
-#include <cstdio>
-#include <functional>
 #include <malloc.h>
-#include <memory>
 
 using namespace MOLK;
 
-static const int portCount = 64;
-static const int signalsOfAPort = 256;
-static const int labelCount = portCount * signalsOfAPort;
-static const int pageCount = 16;
-static const int rounds = 7;
-
-static bool allMet = true;
-
-static double milliseconds(const std::function<void()> &work)
+static void measureOnePage(Comparison *comparison)
 {
-    QElapsedTimer timer;
-    timer.start();
-    work();
-    return timer.nsecsElapsed() / 1e6;
-}
-
-static double median(QVector<double> values)
-{
-    std::sort(values.begin(), values.end());
-    return values.at(values.size() / 2);
-}
-
-static void report(const char *name, double value, double bound, double target, const char *unit,
-                   int size)
-{
-    const double ratio = value / bound;
-    std::printf("%-24s ratio %7.3f target %6.2f value %9.3f bound %9.3f %s size %d\n", name, ratio,
-                target, value, bound, unit, size);
-    std::fflush(stdout);
-    allMet = allMet && ratio <= target;
-}
-
-// Lets everything happen that was posted, late deletions and painting included.
-static void settle()
-{
-    for (int i = 0; i < 3; ++i) {
-        QCoreApplication::sendPostedEvents();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        QCoreApplication::processEvents();
-    }
-}
-
-static QList<SignalItem> portSignals(int port)
-{
-    QList<SignalItem> items;
-    for (int i = 0; i < signalsOfAPort; ++i) {
-        SignalItem item;
-        item.name = QString("top/u_core/u_block_%1/some_signal_name_%2").arg(port).arg(i);
-        item.kind = 0;
-        items.append(item);
-    }
-    return items;
-}
-
-static std::unique_ptr<MolkCore> makeCore(int ports)
-{
-    auto core = std::make_unique<MolkCore>(0);
-    for (int i = 0; i < ports; ++i) {
-        if (i > 0)
-            core->addProbeOut(i);
-        core->getProbeOut(i)->setSignalNet(portSignals(i));
-    }
-    return core;
-}
-
-// Making the labels and rows of one page alone; what is made goes outside the measurement.
-static double lowerBound(int labels = labelCount)
-{
-    QVector<QLabel *> made;
-    QList<QTreeWidgetItem *> rows;
-    const double time = milliseconds([&] {
-        for (int i = 0; i < labels; ++i) {
-            auto *label = new QLabel;
-            label->setText("0");
-            made.append(label);
-            rows.append(new QTreeWidgetItem(1002));
-            rows.append(
-                new QTreeWidgetItem(QStringList("top/u_core/u_block/some_signal_name"), 1002));
-        }
-    });
-    settle();
-    qDeleteAll(made);
-    qDeleteAll(rows);
-    return time;
-}
-
-// Runs the lower bound and a piece of work in turn, so that both meet the same machine.
-static void compare(
-    const char *name, double target, const std::function<void()> &work,
-    const std::function<void()> &between = [] {})
-{
-    QVector<double> times;
-    QVector<double> bounds;
-    for (int i = 0; i < rounds; ++i) {
-        bounds.append(lowerBound());
-        between();
-        settle();
-        times.append(milliseconds(work));
-    }
-    report(name, median(times), median(bounds), target, "ms", labelCount);
-}
-
-// A page in a stack in a window, as a view has it.
-struct ShownPage
-{
-    explicit ShownPage(int ports = portCount)
-        : core(makeCore(ports))
-    {
-        stack.resize(852, 508);
-        stack.addWidget(new QWidget);
-        stack.show();
-        settle();
-    }
-
-    void build()
-    {
-        page = new MolkOptionWidget(core.get(), nullptr, &stack);
-        stack.addWidget(page);
-        stack.setCurrentWidget(page);
-        settle();
-    }
-
-    void clear()
-    {
-        delete page;
-        page = nullptr;
-        settle();
-    }
-
-    QTreeWidget *tree(const char *name) const
-    {
-        return page->findChild<QTreeWidget *>(QLatin1String(name));
-    }
-
-    void expandAll() const
-    {
-        tree("treeProbeOut")->expandAll();
-        tree("treeValue")->expandAll();
-        settle();
-    }
-
-    void collapseAll() const
-    {
-        tree("treeProbeOut")->collapseAll();
-        tree("treeValue")->collapseAll();
-        settle();
-    }
-
-    void refresh() const
-    {
-        page->findChild<ProbePortsOptionWidget *>()->refreshProbeOutSignals();
-        settle();
-    }
-
-    std::unique_ptr<MolkCore> core;
-    QStackedWidget stack;
-    MolkOptionWidget *page = nullptr;
-};
-
-static void measureOnePage()
-{
+    if (!comparison->wantsAny({"page-build", "page-refresh", "page-refresh-expanded", "page-expand",
+                               "page-scroll", "page-resize", "page-switch"}))
+        return;
     ShownPage shown;
-    compare(
-        "page-build", 3.0, [&] { shown.build(); }, [&] { shown.clear(); });
-    compare("page-refresh", 4.0, [&] { shown.refresh(); });
-    compare(
-        "page-expand", 0.9, [&] { shown.expandAll(); }, [&] { shown.collapseAll(); });
-    compare("page-refresh-expanded", 7.0, [&] { shown.refresh(); });
+    const Side bound = barePage();
+    const auto build = [&] {
+        shown.build();
+    };
+    const auto drop = [&] {
+        shown.clear();
+    };
+    comparison->time("page-build", 3.0, LabelCount, {build, [] {}, drop}, bound);
+
+    shown.build();
+    const auto refresh = [&] {
+        shown.refresh();
+    };
+    const auto expand = [&] {
+        shown.expandAll();
+    };
+    const auto collapse = [&] {
+        shown.collapseAll();
+    };
+    comparison->time("page-refresh", 4.0, LabelCount, {refresh}, bound);
+    comparison->time("page-expand", 0.9, LabelCount, {expand, collapse}, bound);
+
+    shown.expandAll();
+    comparison->time("page-refresh-expanded", 7.0, LabelCount, {refresh}, bound);
 
     QScrollBar *bar = shown.tree("treeValue")->verticalScrollBar();
-    compare(
-        "page-scroll", 1.1,
-        [&] {
-            for (int i = 0; i < 20; ++i) {
-                bar->setValue(bar->value() + 1);
-                settle();
-            }
-        },
-        [&] { bar->setValue(bar->maximum() / 2); });
+    const auto scroll = [&] {
+        for (int i = 0; i < 20; ++i) {
+            bar->setValue(bar->value() + 1);
+            settle();
+        }
+    };
+    const auto toTheMiddle = [&] {
+        bar->setValue(bar->maximum() / 2);
+        settle();
+    };
+    comparison->time("page-scroll", 1.1, LabelCount, {scroll, toTheMiddle}, bound);
 
     int height = 508;
-    compare("page-resize", 0.5, [&] {
+    const auto resize = [&] {
         height = height == 508 ? 600 : 508;
-        shown.stack.resize(860, height);
+        shown.stack.resize(height == 508 ? 852 : 860, height);
         settle();
-    });
-    compare("page-switch", 0.9, [&] {
+    };
+    comparison->time("page-resize", 0.5, LabelCount, {resize}, bound);
+
+    const auto awayAndBack = [&] {
         shown.stack.setCurrentIndex(0);
         settle();
         shown.stack.setCurrentWidget(shown.page);
         settle();
-    });
+    };
+    comparison->time("page-switch", 0.9, LabelCount, {awayAndBack}, bound);
 }
 
 // Accepts the next modal dialog as it stands, from inside its event loop.
@@ -233,107 +92,117 @@ static void acceptNextDialog()
     });
 }
 
-static void measureEdit()
+static void measureEdit(Comparison *comparison)
 {
+    if (!comparison->wants("page-edit"))
+        return;
     ShownPage shown;
     shown.build();
     shown.expandAll();
     auto *page = shown.page->findChild<ProbePortsOptionWidget *>();
-    QTreeWidgetItem *row = shown.tree("treeProbeOut")->topLevelItem(portCount / 2);
-
-    QVector<double> edits;
-    QVector<double> refreshes;
-    for (int i = 0; i < rounds; ++i) {
-        refreshes.append(milliseconds([&] { shown.refresh(); }));
-        acceptNextDialog();
-        edits.append(milliseconds([&] {
-            QMetaObject::invokeMethod(page, "editProbeOut", Q_ARG(QTreeWidgetItem *, row),
-                                      Q_ARG(int, 0));
-            settle();
-        }));
-    }
-    report("page-edit", median(edits), median(refreshes), 1.1, "ms", labelCount);
-}
-
-static void measureRemoval()
-{
-    QVector<double> times;
-    QVector<double> bounds;
-    for (int i = 0; i < rounds; ++i) {
-        bounds.append(lowerBound());
-        ShownPage shown;
-        shown.build();
-        shown.tree("treeProbeOut")->topLevelItem(portCount / 2)->setSelected(true);
-        auto *button = shown.page->findChild<QPushButton *>("btnProbeOutRemove");
+    QTreeWidgetItem *row = shown.tree("treeProbeOut")->topLevelItem(PortCount / 2);
+    const auto edit = [&] {
+        QMetaObject::invokeMethod(page, "editProbeOut", Q_ARG(QTreeWidgetItem *, row),
+                                  Q_ARG(int, 0));
         settle();
-        times.append(milliseconds([&] {
-            button->click();
-            settle();
-        }));
-    }
-    report("page-remove-port", median(times), median(bounds), 0.6, "ms", labelCount);
+    };
+    comparison->time("page-edit", 1.1, LabelCount, {edit, acceptNextDialog}, {[&] {
+                         shown.refresh();
+                     }});
 }
 
-static void measureGrowth()
+static void measureRemoval(Comparison *comparison)
 {
+    if (!comparison->wants("page-remove-port"))
+        return;
+    std::unique_ptr<ShownPage> shown;
+    const auto build = [&] {
+        shown = std::make_unique<ShownPage>();
+        shown->build();
+        shown->tree("treeProbeOut")->topLevelItem(PortCount / 2)->setSelected(true);
+        settle();
+    };
+    const auto remove = [&] {
+        shown->page->findChild<QPushButton *>("btnProbeOutRemove")->click();
+        settle();
+    };
+    const auto drop = [&] {
+        shown.reset();
+        settle();
+    };
+    comparison->time("page-remove-port", 0.6, LabelCount, {remove, build, drop}, barePage());
+}
+
+static void measureGrowth(Comparison *comparison)
+{
+    if (!comparison->wants("page-growth"))
+        return;
     QVector<double> whole;
     QVector<double> half;
-    for (int i = 0; i < rounds; ++i) {
-        ShownPage small(portCount / 2);
-        half.append(milliseconds([&] { small.build(); }) / (portCount / 2));
-        ShownPage large(portCount);
-        whole.append(milliseconds([&] { large.build(); }) / portCount);
+    for (int i = 0; i < Comparison::Rounds; ++i) {
+        ShownPage small(PortCount / 2);
+        half.append(Comparison::milliseconds({[&] {
+                        small.build();
+                    }})
+                    / (PortCount / 2));
+        ShownPage large(PortCount);
+        whole.append(Comparison::milliseconds({[&] {
+                         large.build();
+                     }})
+                     / PortCount);
     }
-    report("page-growth", median(whole), median(half), 1.15, "ms a port", portCount);
+    const double value = Comparison::median(whole);
+    const double bound = Comparison::median(half);
+    comparison->print("page-growth", value / bound, 1.15, value, bound, "ms a port", PortCount);
 }
 
-static void measureManyPages()
+static void measureManyPages(Comparison *comparison)
 {
-    QVector<std::shared_ptr<MolkCore>> cores;
-    for (int i = 0; i < pageCount; ++i)
-        cores.append(makeCore(portCount));
+    if (!comparison->wantsAny({"pages-16", "pages-16-heap", "pages-16-destroy"}))
+        return;
+    std::vector<std::unique_ptr<MolkCore>> cores;
+    for (int i = 0; i < PageCount; ++i)
+        cores.push_back(makeFullCore(PortCount));
 
-    QVector<double> builds;
-    QVector<double> ends;
-    QVector<double> bounds;
+    constexpr int Labels = PageCount * LabelCount;
+    QVector<Duration> builds;
+    QVector<Duration> ends;
+    QVector<Duration> bounds;
     QVector<double> heaps;
-    for (int i = 0; i < rounds; ++i) {
-        double bound = 0;
-        for (int j = 0; j < pageCount; ++j)
-            bound += lowerBound();
-        bounds.append(bound);
+    for (int i = 0; i < Comparison::Rounds; ++i) {
+        bounds.append(barePages(PageCount));
         malloc_trim(0);
 
         auto stack = std::make_unique<QStackedWidget>();
-        const size_t before = mallinfo2().uordblks + mallinfo2().hblkhd;
-        builds.append(milliseconds([&] {
-            for (const auto &core : qAsConst(cores))
+        const double before = Comparison::heap();
+        builds.append(Comparison::duration([&] {
+            for (const auto &core : cores)
                 stack->addWidget(new MolkOptionWidget(core.get(), nullptr, nullptr));
             settle();
         }));
-        const size_t after = mallinfo2().uordblks + mallinfo2().hblkhd;
-        heaps.append(double(after - before) / (pageCount * labelCount) / 1000);
-        ends.append(milliseconds([&] {
+        heaps.append((Comparison::heap() - before) / Labels / 1000);
+        ends.append(Comparison::duration([&] {
             stack.reset();
             settle();
         }));
     }
-    report("pages-16", median(builds), median(bounds), 3.0, "ms", pageCount * labelCount);
-    report("pages-16-heap", median(heaps), 1, 2.9, "kB a label", pageCount * labelCount);
-    report("pages-16-destroy", median(ends), median(bounds), 2.5, "ms", pageCount * labelCount);
+    comparison->times("pages-16", 3.0, Labels, builds, bounds);
+    const double heap = Comparison::median(heaps);
+    comparison->print("pages-16-heap", heap, 2.9, heap, 1, "kB a label", Labels);
+    comparison->times("pages-16-destroy", 2.5, Labels, ends, bounds);
 }
 
 int main(int argc, char *argv[])
 {
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
+    useNoDisplay();
+    const QApplication app(argc, argv);
+    Comparison comparison(argc, argv);
     Standin::Host host;
     host.setRecording(false);
-    measureOnePage();
-    measureEdit();
-    measureRemoval();
-    measureGrowth();
-    measureManyPages();
-    return allMet ? 0 : 1;
+    measureOnePage(&comparison);
+    measureEdit(&comparison);
+    measureRemoval(&comparison);
+    measureGrowth(&comparison);
+    measureManyPages(&comparison);
+    return comparison.exitCode();
 }

@@ -61,7 +61,7 @@ static QList<QTreeWidgetItem *> bareRows(const BenchNetlist &design)
 
 static void searchRows(Comparison *comparison)
 {
-    if (!comparison->wants("search-rows"))
+    if (!comparison->wantsAny({"search-rows", "search-rows-heap"}))
         return;
     const BenchNetlist design(million / 3, million * 2 / 3 / 33);
     MolkSignalSelectDialog dialog(design.get(), 0, nullptr);
@@ -129,6 +129,8 @@ static void select(QTreeWidget *tree, bool scattered)
 static void deleteSelected(Comparison *comparison, QDialog *dialog, QTreeWidget *tree,
                            const char *button)
 {
+    if (!comparison->wants("delete-selected"))
+        return;
     dialog->show();
     for (bool scattered : {false, true}) {
         const int rows = scattered ? 2 * selectedRows : selectedRows;
@@ -156,7 +158,7 @@ static void deleteSelected(Comparison *comparison, QDialog *dialog, QTreeWidget 
 
 static void searchIn(Comparison *comparison)
 {
-    if (!comparison->wants("search-in"))
+    if (!comparison->wantsAny({"search-in-build", "search-in-popup"}))
         return;
     Standin::NetlistBuilder builder("top");
     for (int i = 1; i < levels; ++i)
@@ -204,8 +206,7 @@ static void searchIn(Comparison *comparison)
 
 int main(int argc, char *argv[])
 {
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+    useNoDisplay();
     const QApplication app(argc, argv);
     Comparison comparison(argc, argv);
     searchRows(&comparison);

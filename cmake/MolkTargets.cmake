@@ -40,12 +40,11 @@ function(molk_add_test target source)
         "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/lsan.supp")
 endfunction()
 
-# A benchmark of one source; it runs under `./dev bench` only.
+# A benchmark of one source, bench_<topic>.cpp; `./dev bench` runs it.
 function(molk_add_benchmark target source)
     add_executable(${target} ${source})
-    target_link_libraries(${target} PRIVATE ${ARGN})
+    target_link_libraries(${target} PRIVATE molk_comparison ${ARGN})
     molk_compile_rules(${target})
-    add_test(NAME ${target} COMMAND ${target} CONFIGURATIONS Benchmark)
 endfunction()
 
 # A fuzz target of one source: libFuzzer's in the fuzz preset, else a program that replays the
