@@ -13,18 +13,10 @@
 
 #include "fathom/rtlnetlist.h"
 
-#include <QAbstractButton>
 #include <QCheckBox>
-#include <QGroupBox>
-#include <QHeaderView>
-#include <QLabel>
-#include <QLayout>
 #include <QLineEdit>
-#include <QMetaMethod>
 #include <QPushButton>
-#include <QScrollBar>
 #include <QSignalSpy>
-#include <QSplitter>
 
 using namespace MOLK;
 
@@ -33,12 +25,7 @@ class tst_ProbePortsOptionWidget : public QObject
     Q_OBJECT
 
 private slots:
-    void classesAnswerToTheirNames();
-    void signalsAndSlotsStandInOrder();
     void tabIsTheOnlyOne();
-    void formHasItsNames();
-    void formHasItsTexts();
-    void formHasItsProperties();
     void freshCoreShowsOneOfEach();
     void coreIsShownInThreeTrees();
     void clockNameDoesntMarkTheDocument();
@@ -72,47 +59,6 @@ static QStringList shownState(const PageFixture &fixture)
     return state;
 }
 
-void tst_ProbePortsOptionWidget::classesAnswerToTheirNames()
-{
-    PageFixture fixture(makeCore({{}}, {{}}));
-    QVERIFY(fixture.page->qt_metacast("MOLK::ProbePortsOptionWidget"));
-    QVERIFY(fixture.page->qt_metacast("QWidget"));
-    QCOMPARE(fixture.page->qt_metacast("QUtil::IEventHandler"),
-             static_cast<void *>(static_cast<QUtil::IEventHandler *>(fixture.page)));
-    QCOMPARE(fixture.page->metaObject()->className(), "MOLK::ProbePortsOptionWidget");
-    QCOMPARE(fixture.widget->metaObject()->className(), "MOLK::MolkOptionWidget");
-    QVERIFY(fixture.widget->qt_metacast("QTabWidget"));
-}
-
-void tst_ProbePortsOptionWidget::signalsAndSlotsStandInOrder()
-{
-    const auto methods = [](const QMetaObject &object, QMetaMethod::MethodType type) {
-        QStringList names;
-        for (int i = object.methodOffset(); i < object.methodCount(); ++i)
-            if (object.method(i).methodType() == type)
-                names.append(QString::fromLatin1(object.method(i).methodSignature()));
-        return names;
-    };
-    const QMetaObject &page = ProbePortsOptionWidget::staticMetaObject;
-    QCOMPARE(methods(page, QMetaMethod::Signal),
-             QStringList({"modified()", "netlistChanged()", "ImpleChanged()"}));
-    QCOMPARE(
-        methods(page, QMetaMethod::Slot),
-        QStringList(
-            {"editProbeIn(QTreeWidgetItem*,int)", "editProbeOut(QTreeWidgetItem*,int)",
-             "onProbeOutClicked(QTreeWidgetItem*,int)", "onValueTreeClicked(QTreeWidgetItem*,int)",
-             "onProbeOutTreeCollapsed(QTreeWidgetItem*)",
-             "onProbeOutTreeExpanded(QTreeWidgetItem*)", "onValueTreeCollapsed(QTreeWidgetItem*)",
-             "onValueTreeExpanded(QTreeWidgetItem*)", "onAddProbeIn()", "onRemoveProbeIn()",
-             "onAddProbeOut()", "onRemoveProbeOut()", "onCheckUserClock()",
-             "onScrollProbeOutChanged()", "onScrollInitialValueChanged()", "onbtnUserClock()"}));
-    QCOMPARE(methods(MolkOptionWidget::staticMetaObject, QMetaMethod::Signal),
-             QStringList({"modifed()"}));
-    QVERIFY(methods(MolkOptionWidget::staticMetaObject, QMetaMethod::Slot).isEmpty());
-    QCOMPARE(methods(InitialValueLine::staticMetaObject, QMetaMethod::Slot),
-             QStringList({"onTextChange()"}));
-}
-
 void tst_ProbePortsOptionWidget::tabIsTheOnlyOne()
 {
     PageFixture fixture(makeCore({{}}, {{}}));
@@ -120,118 +66,6 @@ void tst_ProbePortsOptionWidget::tabIsTheOnlyOne()
     QCOMPARE(fixture.widget->tabText(0), QString("Probe Ports"));
     QCOMPARE(fixture.widget->widget(0), fixture.page);
     QCOMPARE(fixture.widget->core, fixture.core.get());
-}
-
-void tst_ProbePortsOptionWidget::formHasItsNames()
-{
-    PageFixture fixture(makeCore({{}}, {{}}));
-    QCOMPARE(fixture.page->objectName(), QString("MOLK__ProbePortsOptionWidget"));
-
-    // Each object with its class and the widget that it lies on.
-    const char *const objects[][3] = {
-        {"splitter", "QSplitter", "MOLK__ProbePortsOptionWidget"},
-        {"groupBox", "QGroupBox", "splitter"},
-        {"treeProbeIn", "QTreeWidget", "groupBox"},
-        {"widget", "QWidget", "groupBox"},
-        {"btnProbeInAdd", "QPushButton", "widget"},
-        {"btnProbeInRemove", "QPushButton", "widget"},
-        {"groupBox_2", "QGroupBox", "splitter"},
-        {"widget_2", "QWidget", "groupBox_2"},
-        {"widget_5", "QWidget", "widget_2"},
-        {"labelPorts", "QLabel", "widget_5"},
-        {"treeProbeOut", "QTreeWidget", "widget_5"},
-        {"widget_6", "QWidget", "widget_2"},
-        {"labelInitialValue", "QLabel", "widget_6"},
-        {"treeValue", "QTreeWidget", "widget_6"},
-        {"widget_7", "QWidget", "groupBox_2"},
-        {"btnProbeOutAdd", "QPushButton", "widget_7"},
-        {"btnProbeOutRemove", "QPushButton", "widget_7"},
-        {"widget_3", "QWidget", "groupBox_2"},
-        {"checkUserClock", "QCheckBox", "widget_3"},
-        {"widget_4", "QWidget", "widget_3"},
-        {"labelClock", "QLabel", "widget_4"},
-        {"lineEditUserClock", "QLineEdit", "widget_4"},
-        {"btnUserClock", "QPushButton", "widget_4"},
-    };
-    for (const auto &object : objects) {
-        const auto *widget = fixture.child<QWidget>(object[0]);
-        QVERIFY2(widget, object[0]);
-        QCOMPARE(widget->metaObject()->className(), object[1]);
-        QCOMPARE(widget->parentWidget()->objectName(), QString::fromLatin1(object[2]));
-    }
-
-    const char *const layouts[][2] = {
-        {"verticalLayout_3", "MOLK__ProbePortsOptionWidget"},
-        {"verticalLayout", "groupBox"},
-        {"horizontalLayout", "widget"},
-        {"verticalLayout_2", "groupBox_2"},
-        {"horizontalLayout_3", "widget_2"},
-        {"verticalLayout_5", "widget_5"},
-        {"verticalLayout_6", "widget_6"},
-        {"horizontalLayout_4", "widget_7"},
-        {"verticalLayout_4", "widget_3"},
-        {"horizontalLayout_2", "widget_4"},
-    };
-    for (const auto &layout : layouts) {
-        const auto *found = fixture.child<QLayout>(layout[0]);
-        QVERIFY2(found, layout[0]);
-        QCOMPARE(found->parentWidget()->objectName(), QString::fromLatin1(layout[1]));
-    }
-}
-
-void tst_ProbePortsOptionWidget::formHasItsTexts()
-{
-    PageFixture fixture(makeCore({{}}, {{}}));
-    QCOMPARE(fixture.page->windowTitle(), QString("Form"));
-    QCOMPARE(fixture.child<QGroupBox>("groupBox")->title(), QString("Probe In"));
-    QCOMPARE(fixture.child<QGroupBox>("groupBox_2")->title(), QString("Probe Out"));
-    QCOMPARE(fixture.child<QLabel>("labelPorts")->text(), QString("Ports"));
-    QCOMPARE(fixture.child<QLabel>("labelInitialValue")->text(), QString("Initial Value"));
-    QCOMPARE(fixture.child<QLabel>("labelClock")->text(), QString("Clock:"));
-    QCOMPARE(fixture.child<QCheckBox>("checkUserClock")->text(),
-             QString("Output Probe Synchronizes with User Clock"));
-    QCOMPARE(fixture.child<QPushButton>("btnProbeInAdd")->text(), QString("Add"));
-    QCOMPARE(fixture.child<QPushButton>("btnProbeInRemove")->text(), QString("Remove"));
-    QCOMPARE(fixture.child<QPushButton>("btnProbeOutAdd")->text(), QString("Add"));
-    QCOMPARE(fixture.child<QPushButton>("btnProbeOutRemove")->text(), QString("Remove"));
-    QCOMPARE(fixture.child<QPushButton>("btnUserClock")->text(), QString("..."));
-}
-
-void tst_ProbePortsOptionWidget::formHasItsProperties()
-{
-    auto core = makeCore({{}}, {{}});
-    Standin::Host host;
-    ProbePortsOptionWidget page(core.get(), nullptr, nullptr);
-    QCOMPARE(page.size(), QSize(852, 508));
-
-    const auto *splitter = page.findChild<QSplitter *>();
-    QCOMPARE(splitter->orientation(), Qt::Horizontal);
-    QCOMPARE(splitter->widget(0)->objectName(), QString("groupBox"));
-    QCOMPARE(splitter->widget(1)->objectName(), QString("groupBox_2"));
-    for (auto *tree : page.findChildren<QTreeWidget *>()) {
-        QCOMPARE(tree->headerItem()->text(0), QString("1"));
-        QVERIFY(tree->header()->isHidden());
-        QCOMPARE(tree->columnCount(), 1);
-        QCOMPARE(tree->selectionMode(), QAbstractItemView::SingleSelection);
-        QCOMPARE(tree->styleSheet(),
-                 QString("QTreeWidget::item { height: 20px;}QTreeWidget{ icon-size: 17px; }"));
-        const bool shortens = tree->objectName() != "treeValue";
-        QCOMPARE(tree->textElideMode(), shortens ? Qt::ElideMiddle : Qt::ElideRight);
-    }
-
-    const auto *clock = page.findChild<QLineEdit *>("lineEditUserClock");
-    QCOMPARE(clock->minimumSize(), QSize(180, 0));
-    for (const QWidget *fixed : {page.findChild<QWidget *>("lineEditUserClock"),
-                                 page.findChild<QWidget *>("btnUserClock")}) {
-        QCOMPARE(fixed->sizePolicy().horizontalPolicy(), QSizePolicy::Fixed);
-        QCOMPARE(fixed->sizePolicy().verticalPolicy(), QSizePolicy::Fixed);
-    }
-
-    const QLayoutItem *spacer = page.findChild<QLayout *>("horizontalLayout_4")->itemAt(2);
-    QCOMPARE(spacer->sizeHint(), QSize(198, 41));
-    spacer = page.findChild<QLayout *>("horizontalLayout_2")->itemAt(3);
-    QCOMPARE(spacer->sizeHint(), QSize(40, 20));
-    QCOMPARE(spacer->expandingDirections(), Qt::Horizontal);
 }
 
 void tst_ProbePortsOptionWidget::freshCoreShowsOneOfEach()
