@@ -22,6 +22,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QRegularExpression>
 #include <QTreeWidget>
 
 using namespace MOLK;
@@ -31,7 +32,6 @@ class TestMolkSignalSelectDialog : public QObject
     Q_OBJECT
 
 private slots:
-    void formIsAsDesigned();
     void dialogStartsWithItsDefaults();
     void plainSearchCoversTheWholeDesign();
     void modesAreReadFromTheRadioButtons_data();
@@ -50,66 +50,11 @@ private slots:
     void hierarchyViewShowsLevels();
     void hierarchyViewWithoutAHitIsEmpty();
     void hierarchyRowsReadAsIfFilledThroughSetters();
-    void searchButtonAndCursorAreFreeAfterASearch();
+    void searchButtonAndCursorAreBusyDuringASearch();
+    void searchesLeaveTheirTraceInTheLog();
     void aSearchWithoutANetlistFindsNothing();
     void aSearchAfterTheNetlistEndedFindsNothing();
 };
-
-void TestMolkSignalSelectDialog::formIsAsDesigned()
-{
-    const Design design = searchDesign();
-    const MolkSignalSelectDialog dialog(design.get(), 0, nullptr);
-    QCOMPARE(dialog.objectName(), QString("MOLK__MolkSignalSelectDialog"));
-    QCOMPARE(dialog.windowTitle(), QString("Search Nets"));
-    QCOMPARE(dialog.size(), QSize(517, 500));
-    QCOMPARE(dialog.cursor().shape(), Qt::ArrowCursor);
-    QCOMPARE(dialog.windowOpacity(), 1.0);
-
-    const QMap<QString, QString> texts{{"radioButtonNormal", "Normal"},
-                                       {"radioButtonWildcard", "Wildcard"},
-                                       {"radioButtonRegularExpression", "Regular Expression"},
-                                       {"checkBoxCaseSensitive", "Case Sensitive"},
-                                       {"checkBoxAdvancedFilter", "Advanced Filter"},
-                                       {"checkBoxIncludeSubentries", "Include Subentries"},
-                                       {"checkBoxHierarchyView", "Hierarchy View"},
-                                       {"pushButtonSearch", "Search"},
-                                       {"btnAdd", ">"},
-                                       {"btnAddAll", ">>"},
-                                       {"btnDel", "<"},
-                                       {"btnDelAll", "<<"}};
-    for (auto it = texts.cbegin(); it != texts.cend(); ++it)
-        QCOMPARE(dialog.findChild<QAbstractButton *>(it.key())->text(), it.value());
-    QCOMPARE(dialog.findChild<QLabel *>("label")->text(), QString("Name:"));
-    QCOMPARE(dialog.findChild<QLabel *>("label_4")->text(), QString("Search In"));
-
-    const QMap<QString, QString> toolTips{{"btnAdd", "Add"},
-                                          {"btnAddAll", "Add all"},
-                                          {"btnDel", "Remove"},
-                                          {"btnDelAll", "Remove all"}};
-    for (auto it = toolTips.cbegin(); it != toolTips.cend(); ++it) {
-        const auto *button = dialog.findChild<QPushButton *>(it.key());
-        QCOMPARE(button->toolTip(), it.value());
-        QCOMPARE(button->maximumSize(), QSize(40, 16777215));
-    }
-    for (const QString &tree : QStringList{"treeWidget", "treeWidgetAddSignal"}) {
-        const auto *widget = dialog.findChild<QTreeWidget *>(tree);
-        QVERIFY(widget->isHeaderHidden());
-        QCOMPARE(widget->headerItem()->text(0), QString("1"));
-        QCOMPARE(widget->textElideMode(), Qt::ElideMiddle);
-        QCOMPARE(widget->selectionMode(), QAbstractItemView::ExtendedSelection);
-        QVERIFY(!widget->isSortingEnabled());
-    }
-    QCOMPARE(dialog.findChild<QDialogButtonBox *>("buttonBox")->standardButtons(),
-             QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
-    const auto *grid = dialog.findChild<QGridLayout *>("gridLayout");
-    QCOMPARE(grid->itemAtPosition(2, 1)->widget()->objectName(),
-             QString("checkBoxIncludeSubentries"));
-    QCOMPARE(grid->itemAtPosition(0, 3)->widget()->objectName(), QString("comboBoxSearchIn"));
-    const QMargins margins = dialog.findChild<QVBoxLayout *>("verticalLayout_3")->contentsMargins();
-    QCOMPARE(margins.left(), 0);
-    QCOMPARE(margins.right(), 0);
-    QVERIFY(margins.top() > 0);
-}
 
 void TestMolkSignalSelectDialog::dialogStartsWithItsDefaults()
 {
@@ -425,13 +370,41 @@ void TestMolkSignalSelectDialog::hierarchyRowsReadAsIfFilledThroughSetters()
     QCOMPARE(Literal::treeDump(f.results), Literal::treeDump(&expected));
 }
 
-void TestMolkSignalSelectDialog::searchButtonAndCursorAreFreeAfterASearch()
+void TestMolkSignalSelectDialog::searchButtonAndCursorAreBusyDuringASearch()
 {
     const Design design = searchDesign();
     SearchFixture f(design.get());
-    f.searchFor("clk");
+
+    // Once when the old results go, once when the new ones come.
+    QStringList seen;
+    const auto note = [&] {
+        const QCursor *cursor = QGuiApplication::overrideCursor();
+        seen.append(QString("%1 %2")
+                        .arg(cursor ? int(cursor->shape()) : -1)
+                        .arg(f.find<QPushButton>("pushButtonSearch")->isEnabled()));
+    };
+    {
+        const QObject search;
+        connect(f.results->model(), &QAbstractItemModel::modelReset, &search, note);
+        connect(f.results->model(), &QAbstractItemModel::rowsInserted, &search, note);
+        f.searchFor("clk");
+    }
+    const QString busy = QString("%1 0").arg(int(Qt::WaitCursor));
+    QCOMPARE(seen, QStringList({busy, busy}));
     QVERIFY(f.find<QPushButton>("pushButtonSearch")->isEnabled());
     QVERIFY(!QGuiApplication::overrideCursor());
+}
+
+void TestMolkSignalSelectDialog::searchesLeaveTheirTraceInTheLog()
+{
+    const Design design = searchDesign();
+    SearchFixture f(design.get());
+    QTest::ignoreMessage(QtDebugMsg, QRegularExpression("^[0-9.]+ s$"));
+    f.searchFor("clk");
+    f.click("checkBoxAdvancedFilter");
+    f.click("checkBoxHierarchyView");
+    QTest::ignoreMessage(QtDebugMsg, "checked Hierarchy View");
+    f.searchFor("clk");
 }
 
 void TestMolkSignalSelectDialog::aSearchWithoutANetlistFindsNothing()

@@ -24,6 +24,8 @@ class TestSignalTree : public QObject
 private slots:
     void aRowIsAppendedWithItsBits();
     void noTreeGetsNoRow();
+    void aNamedRowNeedsItsParentAndAllNames();
+    void namedRowsEqualThePlainReading();
     void manyRowsAreInsertedAtOnce();
     void whatIsPicked_data();
     void whatIsPicked();
@@ -52,6 +54,40 @@ void TestSignalTree::aRowIsAppendedWithItsBits()
 void TestSignalTree::noTreeGetsNoRow()
 {
     addSignalRow(nullptr, net("top/a"), 0);
+}
+
+void TestSignalTree::aNamedRowNeedsItsParentAndAllNames()
+{
+    QTreeWidget tree;
+    auto *parent = new QTreeWidgetItem(&tree);
+    addNamedSignalRow(nullptr, net("top/a"), {"a"}, 0);
+    addNamedSignalRow(parent, net("top/a"), {}, 0);
+    addNamedSignalRow(parent, net("top/a"), {"a", "b"}, 0);
+    addNamedSignalRow(parent, bus("top/q", 2), {"q[1:0]", "q[1]"}, 0);
+    QCOMPARE(parent->childCount(), 0);
+    addNamedSignalRow(parent, net("top/a"), {"a"}, 0);
+    QCOMPARE(treeLines(tree.model()), QStringList({"", "  a"}));
+}
+
+void TestSignalTree::namedRowsEqualThePlainReading()
+{
+    RandomItems random(652);
+    for (int round = 0; round < 300; ++round) {
+        QTreeWidget expected;
+        QTreeWidget tree;
+        auto *expectedParent = new QTreeWidgetItem(&expected);
+        auto *parent = new QTreeWidgetItem(&tree);
+        const QList<SignalItem> items = random.items(6);
+        for (const SignalItem &item : items) {
+            QStringList names;
+            const int count = 1 + item.members.size() + (random.oneIn(6) ? 1 : 0);
+            for (int k = 0; k < count; ++k)
+                names.append(QString("short %1").arg(k));
+            Literal::addNamedSignalRow(expectedParent, item, names, 3);
+            addNamedSignalRow(parent, item, names, 3);
+        }
+        QCOMPARE(Literal::treeDump(&tree), Literal::treeDump(&expected));
+    }
 }
 
 void TestSignalTree::manyRowsAreInsertedAtOnce()
