@@ -34,12 +34,15 @@ private slots:
     void cancelledEditChangesNothing();
     void acceptedEditShowsTheNewSignals();
     void acceptedEditUnfoldsThePort();
+    void acceptedEditIsToldWhenAllIsDone();
+    void dialogsSearchTheNetlistOfTheMoment();
     void netlistClosesAProbeOutDialog();
     void netlistLeavesAProbeInDialogOpen();
     void pageMayGoUnderADialog_data();
     void pageMayGoUnderADialog();
     void missingRowOpensNothing();
     void pickedClockIsTakenOver();
+    void clockIsSearchedAsForAProbeIn();
     void cancelledClockSearchChangesNothing();
     void pageMayGoUnderTheClockSearch();
 };
@@ -223,6 +226,78 @@ void tst_PortDialogs::acceptedEditUnfoldsThePort()
              QList<QTreeWidgetItem *>({fixture.treeValue->topLevelItem(1)}));
 }
 
+void tst_PortDialogs::acceptedEditIsToldWhenAllIsDone()
+{
+    PageFixture fixture(makeCore({{net("a")}}, {{net("b")}}));
+    fixture.show();
+    QStringList seen;
+    connect(fixture.page, &ProbePortsOptionWidget::modified, this, [&] {
+        for (const QTreeWidget *tree : {fixture.treeProbeIn, fixture.treeProbeOut}) {
+            const QTreeWidgetItem *row = tree->topLevelItem(0);
+            seen.append(QString("rows %1 expanded %2 current %3")
+                            .arg(row->childCount())
+                            .arg(row->isExpanded())
+                            .arg(row == tree->currentItem()));
+        }
+    });
+    ModalDriver driver;
+    for (int i = 0; i < 2; ++i)
+        driver.expectDialog<ProbeDialog>([](ProbeDialog *dialog) {
+            dialog->findChild<QTreeWidget *>("treeWidget")->clear();
+            press(dialog, QDialogButtonBox::Ok);
+        });
+    fixture.call("editProbeIn", fixture.treeProbeIn->topLevelItem(0));
+    QCOMPARE(seen, QStringList({"rows 0 expanded 1 current 1", "rows 1 expanded 0 current 0"}));
+    fixture.call("editProbeOut", fixture.treeProbeOut->topLevelItem(0));
+    QCOMPARE(seen.mid(2),
+             QStringList({"rows 0 expanded 1 current 1", "rows 0 expanded 1 current 1"}));
+    QVERIFY(driver.done());
+}
+
+// What a search for everything finds.
+static QStringList foundBy(MolkSignalSelectDialog *dialog)
+{
+    dialog->findChild<QPushButton *>("pushButtonSearch")->click();
+    return treeLines(dialog->findChild<QTreeWidget *>("treeWidget")->model());
+}
+
+void tst_PortDialogs::dialogsSearchTheNetlistOfTheMoment()
+{
+    Standin::NetlistBuilder oldDesign("old");
+    oldDesign.addNet(0, "clk");
+    const std::unique_ptr<FATHOM::RtlNetlist> before(oldDesign.build());
+    Standin::NetlistBuilder newDesign("new");
+    newDesign.addNet(0, "rst");
+    const std::unique_ptr<FATHOM::RtlNetlist> after(newDesign.build());
+    auto core = makeCore({{}}, {{}});
+    core->useUserClock = true;
+    PageFixture fixture(std::move(core), before.get());
+    fixture.widget->setNetlist(nullptr);
+    fixture.widget->setNetlist(after.get());
+
+    ModalDriver driver;
+    const auto expectSearch = [&driver] {
+        driver.expectDialog<MolkSignalSelectDialog>([](MolkSignalSelectDialog *dialog) {
+            QCOMPARE(foundBy(dialog), QStringList("new/rst"));
+            press(dialog, QDialogButtonBox::Cancel);
+        });
+    };
+    const auto expectPort = [&] {
+        driver.expectDialog<ProbeDialog>([](ProbeDialog *dialog) {
+            dialog->findChild<QToolButton *>("btnAdd")->click();
+            press(dialog, QDialogButtonBox::Cancel);
+        });
+        expectSearch();
+    };
+    expectPort();
+    fixture.call("editProbeIn", fixture.treeProbeIn->topLevelItem(0));
+    expectPort();
+    fixture.call("editProbeOut", fixture.treeProbeOut->topLevelItem(0));
+    expectSearch();
+    fixture.child<QPushButton>("btnUserClock")->click();
+    QVERIFY(driver.done());
+}
+
 void tst_PortDialogs::netlistClosesAProbeOutDialog()
 {
     PageFixture fixture(makeCore({{}}, {{net("top/a")}}));
@@ -314,6 +389,27 @@ void tst_PortDialogs::pickedClockIsTakenOver()
     QCOMPARE(modifed.count(), 3);
     QVERIFY(driver.done());
     QCOMPARE(fixture.core->getUserClockName(), QString());
+}
+
+void tst_PortDialogs::clockIsSearchedAsForAProbeIn()
+{
+    Standin::NetlistBuilder builder("top");
+    builder.addNet(0, "driven", Standin::NoProbeOut);
+    builder.addNet(0, "unseen", Standin::NoProbeIn);
+    const std::unique_ptr<FATHOM::RtlNetlist> netlist(builder.build());
+    auto core = makeCore({{}}, {{}});
+    core->useUserClock = true;
+    PageFixture fixture(std::move(core), netlist.get());
+    ModalDriver driver;
+    driver.expectDialog<MolkSignalSelectDialog>([](MolkSignalSelectDialog *dialog) {
+        QCOMPARE(foundBy(dialog), QStringList({"top/driven", "top/unseen"}));
+        const auto *tree = dialog->findChild<QTreeWidget *>("treeWidget");
+        QVERIFY(!tree->topLevelItem(0)->isDisabled());
+        QVERIFY(tree->topLevelItem(1)->isDisabled());
+        press(dialog, QDialogButtonBox::Cancel);
+    });
+    fixture.child<QPushButton>("btnUserClock")->click();
+    QVERIFY(driver.done());
 }
 
 void tst_PortDialogs::cancelledClockSearchChangesNothing()

@@ -33,6 +33,8 @@ private slots:
     void signalRowOfAProbeOutStays();
     void signalRowOfTheOnlyProbeOutRaisesTheWarning();
     void removedFocusedLineIsHarmless();
+    void severalSelectedPortsGoOneAfterTheOther();
+    void signalRowEndsTheRemovalOfProbeOutsAtOnce();
     void modifiedComesLast();
 };
 
@@ -130,7 +132,8 @@ void tst_PortEditing::lastProbeInStays()
     PageFixture fixture(makeCore({{}}, {{}}));
     ModalDriver driver;
     QSignalSpy modifed(fixture.widget.get(), SIGNAL(modifed()));
-    driver.expectDialog<QMessageBox>([](QMessageBox *box) {
+    driver.expectDialog<QMessageBox>([&](QMessageBox *box) {
+        QCOMPARE(box->parentWidget(), fixture.page);
         QCOMPARE(box->windowTitle(), QString("Warning"));
         QCOMPARE(box->text(), QString("Support 1 Probe In at least."));
         QCOMPARE(box->icon(), QMessageBox::Warning);
@@ -325,25 +328,91 @@ void tst_PortEditing::removedFocusedLineIsHarmless()
     QCOMPARE(fixture.value(0), QString("0x00"));
 }
 
+// The user can select one row at a time; the slots take what is selected.
+static void selectRows(QTreeWidget *tree, const QList<QTreeWidgetItem *> &rows)
+{
+    tree->setSelectionMode(QAbstractItemView::MultiSelection);
+    for (QTreeWidgetItem *row : rows)
+        row->setSelected(true);
+    QCOMPARE(tree->selectedItems(), rows);
+}
+
+void tst_PortEditing::severalSelectedPortsGoOneAfterTheOther()
+{
+    const QList<QList<SignalItem>> ports = {{net("a")}, {net("b")}, {net("c")}, {net("d")}};
+    PageFixture fixture(makeCore(ports, ports));
+    QSignalSpy modifed(fixture.widget.get(), SIGNAL(modifed()));
+    for (QTreeWidget *tree : {fixture.treeProbeIn, fixture.treeProbeOut})
+        selectRows(tree, {tree->topLevelItem(0), tree->topLevelItem(2)});
+    fixture.child<QPushButton>("btnProbeInRemove")->click();
+    runInLoop([&] { fixture.child<QPushButton>("btnProbeOutRemove")->click(); });
+    QCOMPARE(modifed.count(), 2);
+    QCOMPARE(treeLines(fixture.treeProbeIn->model()),
+             QStringList({"Probe In0", "  b", "Probe In1", "  d"}));
+    QCOMPARE(treeLines(fixture.treeProbeOut->model()),
+             QStringList({"Probe Out0", "  b", "Probe Out1", "  d"}));
+    for (int i = 0; i < 2; ++i) {
+        QCOMPARE(fixture.core->getProbeIn(i)->number, i);
+        QCOMPARE(fixture.core->getProbeOut(i)->number, i);
+        QCOMPARE(fixture.line(i)->index, i);
+    }
+    QCOMPARE(fixture.core->getProbeIn(1)->singleSignals(), QStringList("d"));
+    QCOMPARE(fixture.core->getProbeOut(1)->singleSignals(), QStringList("d"));
+}
+
+void tst_PortEditing::signalRowEndsTheRemovalOfProbeOutsAtOnce()
+{
+    PageFixture fixture(makeCore({{}}, {{net("a")}, {net("b")}, {net("c")}}));
+    QSignalSpy modifed(fixture.widget.get(), SIGNAL(modifed()));
+    QTreeWidget *tree = fixture.treeProbeOut;
+    selectRows(tree,
+               {tree->topLevelItem(0), tree->topLevelItem(1)->child(0), tree->topLevelItem(2)});
+    runInLoop([&] { fixture.child<QPushButton>("btnProbeOutRemove")->click(); });
+
+    // What came ahead of the signal row is gone; nothing is numbered anew, and nothing is told.
+    QCOMPARE(treeLines(tree->model()), QStringList({"Probe Out1", "  b", "Probe Out2", "  c"}));
+    QCOMPARE(fixture.treeValue->topLevelItemCount(), 2);
+    QCOMPARE(fixture.line(0)->index, 1);
+    QCOMPARE(fixture.core->getAllProbeOuts().size(), 2);
+    QCOMPARE(fixture.core->getProbeOut(0)->number, 1);
+    QCOMPARE(modifed.count(), 0);
+}
+
 void tst_PortEditing::modifiedComesLast()
 {
     PageFixture fixture(makeCore({{}}, {{}}));
     QStringList seen;
-    connect(fixture.page, &ProbePortsOptionWidget::modified, this, [&] {
-        seen.append(QString("%1 %2 %3 %4 %5")
-                        .arg(fixture.core->getAllProbeIns().size())
-                        .arg(fixture.treeProbeIn->topLevelItemCount())
-                        .arg(fixture.core->getAllProbeOuts().size())
-                        .arg(fixture.treeProbeOut->topLevelItemCount())
-                        .arg(fixture.treeValue->topLevelItemCount()));
-    });
+    const auto note = [&] {
+        QStringList ports;
+        for (const ProbeIn *port : fixture.core->getAllProbeIns())
+            ports.append(QString("in %1").arg(port->number));
+        for (const ProbeOut *port : fixture.core->getAllProbeOuts()) {
+            const InitialValueLine *line = fixture.line(port->number);
+            ports.append(QString("out %1 line %2 enabled %3")
+                             .arg(port->number)
+                             .arg(line ? line->index : -1)
+                             .arg(line && line->isEnabled()));
+        }
+        seen = ports + treeLines(fixture.treeProbeIn->model())
+            + treeLines(fixture.treeProbeOut->model());
+    };
+    connect(fixture.page, &ProbePortsOptionWidget::modified, this, note);
     fixture.child<QPushButton>("btnProbeInAdd")->click();
+    QCOMPARE(seen,
+             QStringList({"in 0", "in 1", "out 0 line 0 enabled 0", "Probe In0", "Probe In1",
+                          "Probe Out0"}));
     fixture.child<QPushButton>("btnProbeOutAdd")->click();
-    fixture.treeProbeIn->topLevelItem(1)->setSelected(true);
+    QCOMPARE(seen,
+             QStringList({"in 0", "in 1", "out 0 line 0 enabled 0", "out 1 line 1 enabled 0",
+                          "Probe In0", "Probe In1", "Probe Out0", "Probe Out1"}));
+    fixture.treeProbeIn->topLevelItem(0)->setSelected(true);
     fixture.child<QPushButton>("btnProbeInRemove")->click();
-    fixture.treeProbeOut->topLevelItem(1)->setSelected(true);
+    QCOMPARE(seen,
+             QStringList({"in 0", "out 0 line 0 enabled 0", "out 1 line 1 enabled 0", "Probe In0",
+                          "Probe Out0", "Probe Out1"}));
+    fixture.treeProbeOut->topLevelItem(0)->setSelected(true);
     fixture.child<QPushButton>("btnProbeOutRemove")->click();
-    QCOMPARE(seen, QStringList({"2 2 1 1 1", "2 2 2 2 2", "1 1 2 2 2", "1 1 1 1 1"}));
+    QCOMPARE(seen, QStringList({"in 0", "out 0 line 0 enabled 0", "Probe In0", "Probe Out0"}));
 }
 
 MOLK_TEST_MAIN(tst_PortEditing)

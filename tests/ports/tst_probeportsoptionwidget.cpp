@@ -225,7 +225,12 @@ void tst_ProbePortsOptionWidget::netlistMakesProbeInRowsAnew()
     fixture.core->getProbeOut(0)->setSignalNet({net("top/e")});
     QSignalSpy modified(fixture.page, SIGNAL(modified()));
 
+    // Whoever is told of the netlist finds the new rows.
+    QStringList told;
+    connect(fixture.page, &ProbePortsOptionWidget::netlistChanged, this,
+            [&] { told = treeLines(fixture.treeProbeIn->model()); });
     fixture.widget->setNetlist(netlist.get());
+    QCOMPARE(told, QStringList({"Probe In0", "  top/c", "  top/d"}));
     QCOMPARE(treeLines(fixture.treeProbeIn->model()),
              QStringList({"Probe In0", "  top/c", "  top/d"}));
     QCOMPARE(treeLines(fixture.treeProbeOut->model()), QStringList({"Probe Out0", "  top/b"}));
