@@ -10,15 +10,14 @@
 #include "molkview_p.h"
 #include "molkviewmanager.h"
 #include "probeportsoptionwidget.h"
+#include "singleshots.h"
 
 #include <QAbstractButton>
-#include <QAbstractEventDispatcher>
 #include <QAction>
 #include <QApplication>
 #include <QDir>
 #include <QFile>
 #include <QTest>
-#include <QTimerEvent>
 
 using namespace MOLK;
 
@@ -86,20 +85,9 @@ InitialValueLine *Stage::line(const ProbePortsOptionWidget *page, int port)
     return qobject_cast<InitialValueLine *>(tree->itemWidget(tree->topLevelItem(port), 0));
 }
 
-// A single shot is an object of the event dispatcher's that waits for one timer event.
 void Stage::letTimePass()
 {
-    auto *dispatcher = QAbstractEventDispatcher::instance();
-    const QList<QObject *> children = dispatcher->children();
-    for (QObject *child : children) {
-        if (qstrcmp(child->metaObject()->className(), "QSingleShotTimer") != 0)
-            continue;
-        const auto timers = dispatcher->registeredTimers(child);
-        if (timers.isEmpty() || timers.first().interval != 500)
-            continue;
-        QTimerEvent due(timers.first().timerId);
-        QCoreApplication::sendEvent(child, &due);
-    }
+    fireSingleShots(500);
 }
 
 void Stage::turnLoop()

@@ -49,6 +49,7 @@ void tst_MolkViewClose::closeWithOkSaves()
     child<QPushButton>(view, "btnProbeInAdd")->click();
     ModalDriver driver;
     driver.expectDialog<QMessageBox>([&](QMessageBox *box) {
+        QCOMPARE(box->parentWidget(), view.get());
         QCOMPARE(box->windowTitle(), QString("Save"));
         QCOMPARE(box->text(), closeQuestion(file));
         QCOMPARE(box->icon(), QMessageBox::Question);

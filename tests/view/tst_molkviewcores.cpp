@@ -6,11 +6,13 @@
 #include "modaldriver.h"
 #include "molkcore.h"
 #include "molkoptionwidget.h"
+#include "privateaccess.h"
 #include "testwidgetsmain.h"
 #include "viewtest.h"
 
 #include <QAction>
 #include <QContextMenuEvent>
+#include <QCursor>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
@@ -18,6 +20,13 @@
 #include <QTreeWidget>
 
 using namespace MOLK;
+
+struct PageNetlist
+{
+    using Type = FATHOM::RtlNetlist *MolkOptionWidget::*;
+    friend Type member(PageNetlist);
+};
+template struct PrivateAccess<PageNetlist, &MolkOptionWidget::netlist>;
 
 class tst_MolkViewCores : public ViewTest
 {
@@ -34,6 +43,7 @@ private slots:
     void cancelledRemoveShowsTheFirstCore_data();
     void cancelledRemoveShowsTheFirstCore();
     void menuOnEmptySpaceCanOnlyAdd();
+    void menuOpensAtTheCursor();
     void dismissedMenuChangesNothing();
     void indexOutsideIsIgnored();
 
@@ -44,6 +54,11 @@ private slots:
     void viewMayGoWhileTheLimitIsTold();
     void viewMayGoWhileTheOnlyCoreIsTold();
 };
+
+static FATHOM::RtlNetlist *netlistOf(const MolkOptionWidget *page)
+{
+    return page->*member(PageNetlist());
+}
 
 static void requestMenu(QTreeWidget *tree, const QPoint &pos)
 {
@@ -83,6 +98,7 @@ void tst_MolkViewCores::addShowsTheNewCore()
     QCOMPARE(coreLines(view.get()), QStringList({"molk_0", "molk_1", "molk_2"}));
     QCOMPARE(document()->cores.at(2)->id, 2);
     QCOMPARE(shownCore(view.get()), 2);
+    QCOMPARE(netlistOf(document()->optionWidgets.at(2)), document()->netlist);
     QVERIFY(view->isModified());
     QCOMPARE(view->windowTitle(), QString("a.molk *"));
 }
@@ -98,7 +114,14 @@ void tst_MolkViewCores::sixteenCoresAreTheMost()
     view->changeMolkWidget(3);
 
     ModalDriver driver;
-    driver.expectMessage("Warning", "Support 16 MOLKs at most.", QMessageBox::Ok);
+    driver.expectDialog<QMessageBox>([&](QMessageBox *box) {
+        QCOMPARE(box->parentWidget(), view.get());
+        QCOMPARE(box->windowTitle(), QString("Warning"));
+        QCOMPARE(box->text(), QString("Support 16 MOLKs at most."));
+        QCOMPARE(box->icon(), QMessageBox::Warning);
+        QCOMPARE(box->standardButtons(), QMessageBox::Ok);
+        box->button(QMessageBox::Ok)->click();
+    });
     addByMenu(view.get());
 
     QCOMPARE(document()->cores.size(), 16);
@@ -128,7 +151,8 @@ void tst_MolkViewCores::removeOfTheMiddleRenumbersTheRest()
     const MolkOptionWidget *lastPage = document()->optionWidgets.at(2);
     view->changeMolkWidget(2);
     ModalDriver driver;
-    driver.expectDialog<QMessageBox>([](QMessageBox *box) {
+    driver.expectDialog<QMessageBox>([&](QMessageBox *box) {
+        QCOMPARE(box->parentWidget(), view.get());
         QCOMPARE(box->windowTitle(), QString("Remove MOLk"));
         QCOMPARE(box->text(), removeQuestion(1));
         QCOMPARE(box->icon(), QMessageBox::Question);
@@ -179,7 +203,8 @@ void tst_MolkViewCores::theOnlyCoreStays()
 {
     QVERIFY(openActive());
     ModalDriver driver;
-    driver.expectDialog<QMessageBox>([](QMessageBox *box) {
+    driver.expectDialog<QMessageBox>([&](QMessageBox *box) {
+        QCOMPARE(box->parentWidget(), view.get());
         QCOMPARE(box->windowTitle(), QString("Remove MOLK"));
         QCOMPARE(box->text(), QString("The only MOLK can not be removed."));
         QCOMPARE(box->icon(), QMessageBox::Warning);
@@ -244,6 +269,17 @@ void tst_MolkViewCores::menuOnEmptySpaceCanOnlyAdd()
 
     MenuDriver onRow([&](QMenu *menu) { QCOMPARE(entries(menu), QStringList({"Add", "Remove"})); });
     requestMenu(coreTree(view.get()), rowCenter(coreTree(view.get()), 1));
+}
+
+void tst_MolkViewCores::menuOpensAtTheCursor()
+{
+    QVERIFY(openActive(2));
+    const QPoint place = view->mapToGlobal(QPoint(300, 200));
+    QCursor::setPos(place);
+    MenuDriver menus([&](QMenu *menu) { QCOMPARE(menu->pos(), place); });
+
+    // The key for menus names another place.
+    requestMenu(coreTree(view.get()), rowCenter(coreTree(view.get()), 0));
 }
 
 void tst_MolkViewCores::dismissedMenuChangesNothing()

@@ -1,14 +1,18 @@
 // SPDX-FileCopyrightText: The project's authors
 // SPDX-License-Identifier: MIT
 
+#include "designchanges.h"
 #include "testwidgetsmain.h"
 #include "viewtest.h"
+
+#include "fathom/rtlnetlist.h"
 
 #include <QAction>
 #include <QDockWidget>
 #include <QFileSystemWatcher>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QMetaMethod>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QStackedWidget>
@@ -27,7 +31,9 @@ private slots:
     void newViewIsEmptyAndClean();
     void newViewHasItsActionsAndWatchesNothing();
     void answersForItsTypes();
+    void slotsStandInTheirOrder();
     void subscribesWhenMadeAndUnsubscribesWhenGone();
+    void deafBeforeAnythingOfItGoes();
     void okHidesTheChangedBanner();
     void narrowViewCutsOffNoCore();
 };
@@ -108,6 +114,7 @@ void tst_MolkViewForm::formHasItsProperties()
     QCOMPARE(child<QDockWidget>(view, "dockWidget_2")->windowTitle(), QString());
 
     const auto *banners = child<QWidget>(view, "widget_3");
+    QVERIFY(banners->isEnabled());
     QVERIFY(banners->isHidden());
     auto *bannerLayout = qobject_cast<QHBoxLayout *>(banners->layout());
     QVERIFY(bannerLayout);
@@ -131,7 +138,8 @@ void tst_MolkViewForm::changedBannerHasItsProperties()
     QLayoutItem *last = banner->layout()->itemAt(banner->layout()->count() - 1);
     QVERIFY(last->spacerItem());
     QCOMPARE(last->sizeHint(), QSize(120, 20));
-    QVERIFY(last->expandingDirections() == Qt::Horizontal);
+    QCOMPARE(last->spacerItem()->sizePolicy(),
+             QSizePolicy(QSizePolicy::Expanding, QSizePolicy::Minimum));
 }
 
 void tst_MolkViewForm::newViewIsEmptyAndClean()
@@ -176,6 +184,23 @@ void tst_MolkViewForm::answersForItsTypes()
     QVERIFY(view->qt_metacast(nullptr) == nullptr);
 }
 
+void tst_MolkViewForm::slotsStandInTheirOrder()
+{
+    const QMetaObject &meta = MolkView::staticMetaObject;
+    QStringList own;
+    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i)
+        own.append(QString::fromLatin1(meta.method(i).methodSignature()));
+
+    QCOMPARE(own,
+             QStringList(
+                 {"modificationStatusChanged(bool)", "onModified()",
+                  "on_treeWidget_customContextMenuRequested(QPoint)",
+                  "on_treeWidget_doubleClicked(QModelIndex)", "on_treeWidget_clicked(QModelIndex)",
+                  "onOKBtn()", "onFileChange()", "checkForReload()", "onBannerReload()",
+                  "onBannerCancel()", "onBannerKeep()", "onBannerClose()", "subscribeEvent()",
+                  "unsubscribeEvent()", "readRtlNetlist()", "onRtlReload()", "onReloadCancel()"}));
+}
+
 void tst_MolkViewForm::subscribesWhenMadeAndUnsubscribesWhenGone()
 {
     const QStringList events = {"TE.File.Add",         "TE.File.Remove",   "TE.File.Change.Enable",
@@ -188,6 +213,31 @@ void tst_MolkViewForm::subscribesWhenMadeAndUnsubscribesWhenGone()
     view.reset();
     wanted = events;
     QCOMPARE(bench->host.calls(), wanted.replaceInStrings("TE.", "unsubscribe TE."));
+}
+
+// The netlist is among the first things that go.
+void tst_MolkViewForm::deafBeforeAnythingOfItGoes()
+{
+    class LoudNetlist : public FATHOM::RtlNetlist
+    {
+    public:
+        explicit LoudNetlist(Standin::Host *informed)
+            : host(informed)
+        {
+        }
+        ~LoudNetlist() override { host->events().send(filesChanged()); }
+        FATHOM::RtlNet *findNet(const QString &) const override { return nullptr; }
+
+    private:
+        Standin::Host *host;
+    };
+    newView();
+    document()->setRtlNetlist(new LoudNetlist(&bench->host));
+
+    // An event that reached it now would make it raise a banner on a form that has gone.
+    view.reset();
+
+    QCOMPARE(bench->host.callsOf({"send"}).size(), 1);
 }
 
 void tst_MolkViewForm::okHidesTheChangedBanner()

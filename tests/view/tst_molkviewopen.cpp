@@ -95,6 +95,8 @@ void tst_MolkViewOpen::unreadableFileIsRefused()
 
     QCOMPARE(error, file + " open file failed.");
     QVERIFY(document()->cores.isEmpty());
+    // The watch begins before the file is looked at.
+    QCOMPARE(document()->watcher->files(), QStringList(file));
 }
 
 void tst_MolkViewOpen::refusalNeedsNoErrorString()

@@ -23,6 +23,7 @@ private slots:
     void clickShowsTheCore();
     void doubleClickShowsTheCore();
     void clickOutsideTheCoresIsIgnored();
+    void clickNeedsARowInTheCorner();
     void unknownNumberChangesNothing();
     void coreIsFoundByItsNumber();
 
@@ -68,6 +69,25 @@ void tst_MolkViewPages::clickOutsideTheCoresIsIgnored()
     QCOMPARE(shownCore(view.get()), 0);
     MolkView unopened;
     unopened.on_treeWidget_clicked(QModelIndex());
+}
+
+// Row and column are taken for a place in the view, and where nothing is shown no row is found.
+void tst_MolkViewPages::clickNeedsARowInTheCorner()
+{
+    QVERIFY(openActive(2));
+    QTreeWidget *tree = coreTree(view.get());
+    const QModelIndex second = tree->model()->index(1, 0);
+    for (int row = 0; row < 2; ++row)
+        tree->topLevelItem(row)->setHidden(true);
+
+    view->on_treeWidget_clicked(second);
+    view->on_treeWidget_doubleClicked(second);
+    QCOMPARE(child<QStackedWidget>(view, "stackedWidget")->currentIndex(), 0);
+
+    // Any row will do.
+    tree->topLevelItem(0)->setHidden(false);
+    view->on_treeWidget_clicked(second);
+    QCOMPARE(child<QStackedWidget>(view, "stackedWidget")->currentIndex(), 1);
 }
 
 void tst_MolkViewPages::unknownNumberChangesNothing()

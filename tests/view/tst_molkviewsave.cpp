@@ -159,11 +159,16 @@ void tst_MolkViewSave::saveIsRefusedForSynplify()
     child<QLineEdit>(view, "lineEditUserClock")->setText("top/clk");
     bench->host.design().setOptionValue("Synthesize_tool", "Synplify");
     ModalDriver driver;
-    driver.expectMessage(
-        "Error",
-        "For RTL Design, MOLK is only available for OndrelSynthesis. Please change Synthesis Tool "
-        "to OndrelSynthesis in Configurations.",
-        QMessageBox::Ok);
+    driver.expectDialog<QMessageBox>([&](QMessageBox *box) {
+        QCOMPARE(box->parentWidget(), view.get());
+        QCOMPARE(box->windowTitle(), QString("Error"));
+        QCOMPARE(box->text(),
+                 QString("For RTL Design, MOLK is only available for OndrelSynthesis. Please "
+                         "change Synthesis Tool to OndrelSynthesis in Configurations."));
+        QCOMPARE(box->icon(), QMessageBox::Critical);
+        QCOMPARE(box->standardButtons(), QMessageBox::Ok);
+        box->button(QMessageBox::Ok)->click();
+    });
 
     QVERIFY(!view->save());
 
