@@ -188,23 +188,31 @@ static QString diskLine(const QString &kind, const QByteArray &bytes)
     return "disk " + kind + ' ' + QString::fromUtf8(bytes);
 }
 
-QStringList linesOf(const Plain::View &view, const Plain::Disk &disk)
+static void addDocument(QStringList *lines, const Plain::Document &document)
 {
     static const QStringList kinds = {"missing", "file", "file", "directory"};
-    QStringList lines = {diskLine(kinds.at(disk.kind), disk.bytes),
-                         actionLine(view.save.text, view.save.toolTip, view.save.enabled)};
-    if (!view.isOpen)
-        return lines << "no view";
-
-    lines.append(viewLine(view.title, view.shortTitle, view.modified, view.watched, view.current,
-                          "molk_" + QString::number(view.current)));
+    lines->append(diskLine(kinds.at(document.disk.kind), document.disk.bytes));
+    const Plain::View &view = document.view;
+    if (!view.isOpen) {
+        lines->append("no view");
+        return;
+    }
+    lines->append(viewLine(view.title, view.shortTitle, view.modified, view.watched, view.current,
+                           "molk_" + QString::number(view.current)));
     for (const Plain::Banner &banner : view.banners)
-        lines.append("banner " + banner.text + " | " + banner.yes + " | " + banner.no);
+        lines->append("banner " + banner.text + " | " + banner.yes + " | " + banner.no);
     for (int i = 0; i < view.pages.size(); ++i)
-        lines.append("molk_" + QString::number(i));
-    lines += Plain::linesOf(view.cores());
+        lines->append("molk_" + QString::number(i));
+    *lines += Plain::linesOf(view.cores());
     for (const Plain::Page &page : view.pages)
-        addPage(&lines, page);
+        addPage(lines, page);
+}
+
+QStringList linesOf(const QList<Plain::Document> &documents, const Plain::Action &action)
+{
+    QStringList lines = {actionLine(action.text, action.toolTip, action.enabled)};
+    for (const Plain::Document &document : documents)
+        addDocument(&lines, document);
     return lines;
 }
 
@@ -230,31 +238,42 @@ static void addBanners(QStringList *lines, const MolkView *view)
     }
 }
 
-QStringList linesOf(const Stage &stage)
+static void addDocument(QStringList *lines, const Stage &stage)
 {
-    const QAction *action = stage.saveAction();
-    QStringList lines = {realDiskLine(stage.path()),
-                         actionLine(action->text(), action->toolTip(), action->isEnabled())};
+    lines->append(realDiskLine(stage.path()));
     MolkView *view = stage.view();
-    if (!view)
-        return lines << "no view";
-
+    if (!view) {
+        lines->append("no view");
+        return;
+    }
     const auto *document = private_impl::MolkViewPrivate::get(view);
     auto *stack = view->findChild<QStackedWidget *>("stackedWidget");
-    lines.append(viewLine(view->windowTitle(), view->property("shortTitle").toString(),
-                          view->isModified(), document->watcher->files().contains(stage.path()),
-                          stack->currentIndex(),
-                          view->findChild<QDockWidget *>("dockWidget_2")->windowTitle()));
-    addBanners(&lines, view);
+    lines->append(viewLine(view->windowTitle(), view->property("shortTitle").toString(),
+                           view->isModified(), document->watcher->files().contains(stage.path()),
+                           stack->currentIndex(),
+                           view->findChild<QDockWidget *>("dockWidget_2")->windowTitle()));
+    addBanners(lines, view);
     const QTreeWidget *tree = stage.coreTree();
     for (int i = 0; i < tree->topLevelItemCount(); ++i)
-        lines.append(tree->topLevelItem(i)->text(0));
+        lines->append(tree->topLevelItem(i)->text(0));
     if (tree->indexOfTopLevelItem(tree->currentItem()) != stack->currentIndex())
-        lines.append("the current row isn't that of the shown page");
-    lines += modelLines(document->cores);
+        lines->append("the current row isn't that of the shown page");
+    *lines += modelLines(document->cores);
     const QList<ProbePortsOptionWidget *> pages = stage.pages();
     for (const ProbePortsOptionWidget *page : pages)
-        addPage(&lines, page);
+        addPage(lines, page);
+}
+
+QStringList linesOf(Stage *stage, int documents)
+{
+    const QAction *action = stage->saveAction();
+    QStringList lines = {actionLine(action->text(), action->toolTip(), action->isEnabled())};
+    const int current = stage->document();
+    for (int i = 0; i < documents; ++i) {
+        stage->turnTo(i);
+        addDocument(&lines, *stage);
+    }
+    stage->turnTo(current);
     return lines;
 }
 

@@ -9,8 +9,10 @@ class Stage;
 class QTreeWidget;
 
 /// Everything that the user can see, the model behind it and the file, as lines.
-QStringList linesOf(const Plain::View &view, const Plain::Disk &disk);
-QStringList linesOf(const Stage &stage);
+QStringList linesOf(const QList<Plain::Document> &documents, const Plain::Action &action);
+
+/// The same of the first \a documents documents of the real thing.
+QStringList linesOf(Stage *stage, int documents);
 
 /// The rows of a flat list of signals as both sides tell them.
 QStringList rowLines(const Plain::Items &items);

@@ -30,9 +30,7 @@ void View::makePages(const Configuration &configuration)
 void View::open(const Configuration &configuration, int readDesign)
 {
     const QString filePath = path;
-    const Action before = save;
     *this = View(filePath);
-    save = before;
     design = readDesign;
     watched = true;
     makePages(configuration);
@@ -40,15 +38,18 @@ void View::open(const Configuration &configuration, int readDesign)
     isOpen = true;
 }
 
-void View::activate()
+void View::activate(Action *saveAction)
 {
+    save = saveAction;
     updateAction();
 }
 
 void View::close()
 {
     isOpen = false;
-    save.enabled = false;
+    if (save)
+        save->enabled = false;
+    save = nullptr;
 }
 
 void View::closeUnasked()
@@ -62,11 +63,11 @@ void View::closeUnasked()
 
 void View::updateAction()
 {
-    if (!isOpen)
+    if (!save)
         return;
-    save.text = "&Save \"" + title + '"';
-    save.toolTip = "Save \"" + title + '"';
-    save.enabled = modified;
+    save->text = "&Save \"" + title + '"';
+    save->toolTip = "Save \"" + title + '"';
+    save->enabled = modified;
 }
 
 // The action hears of it before the titles change.

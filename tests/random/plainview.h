@@ -45,8 +45,9 @@ public:
     /// The file was read and the design too.
     void open(const Configuration &configuration, int readDesign);
 
-    /// The view was brought forward.
-    void activate();
+    /// The view was brought forward, and \a saveAction follows it from here on. Whoever calls this
+    /// takes the action away from the view that had it.
+    void activate(Action *saveAction);
 
     /// The view has gone.
     void close();
@@ -84,6 +85,9 @@ public:
     void addFileBanner(bool exists);
     void removeBanner(bool aboutDesign);
 
+    /// Brings the Save action up to date if it follows this view.
+    void updateAction();
+
     Configuration cores() const;
     QString baseName() const;
 
@@ -99,11 +103,17 @@ public:
     QString shortTitle;
     QList<Banner> banners;
     int design = 0;
-    Action save;
+    Action *save = nullptr; ///< Null while it follows another view.
 
 private:
-    void updateAction();
     void makePages(const Configuration &configuration);
+};
+
+/// A view and what lies under its file name.
+struct Document
+{
+    View view;
+    Disk disk;
 };
 
 } // namespace Plain

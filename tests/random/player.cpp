@@ -16,16 +16,18 @@ const QList<Player::Kind> Player::kinds = {
     {&Player::removeProbeIn, 6}, {&Player::removeProbeOut, 6}, {&Player::toggleExpansion, 5},
     {&Player::clickPaired, 4},   {&Player::typeValue, 16},     {&Player::toggleClock, 3},
     {&Player::typeClock, 3},     {&Player::pickClock, 2},      {&Player::editPort, 22},
-    {&Player::save, 9},          {&Player::closeAndReopen, 3}, {&Player::openAgain, 1},
-    {&Player::chooseTool, 2},    {&Player::changeFile, 5},     {&Player::sendEvent, 4},
-    {&Player::answerBanner, 8},
+    {&Player::save, 9},          {&Player::closeAndReopen, 3}, {&Player::bringForward, 1},
+    {&Player::chooseTool, 2},    {&Player::changeFile, 6},     {&Player::sendEvent, 4},
+    {&Player::answerBanner, 9},  {&Player::switchView, 6},     {&Player::glanceAtAnotherKind, 1},
 };
 
 Player::Player(Stage *realStage, quint64 sessionSeed)
     : stage(realStage)
     , seed(sessionSeed)
-    , view(realStage->path())
 {
+    const int count = Dice(seed + 2).between(1, Stage::MostDocuments);
+    for (int i = 0; i < count; ++i)
+        documents.append({Plain::View(stage->path(i)), Plain::Disk()});
 }
 
 QList<Step> Player::randomSteps(Dice &dice, int count)
@@ -47,7 +49,7 @@ QString Player::play(const QList<Step> &steps)
     QString fault = check();
     for (int i = 0; i < steps.size() && fault.isEmpty(); ++i) {
         told.append("");
-        if (!view.isOpen)
+        if (!view().isOpen)
             open();
         settle();
         Dice dice(steps.at(i).seed);
@@ -63,9 +65,12 @@ void Player::begin()
     stage->modals.takeFaults();
     Dice dice(seed);
     projectDesign = dice.below(3);
-    writeFile(Plain::Disk::Readable, false, dice);
     told = QStringList("");
-    open();
+    for (int i = documents.size() - 1; i >= 0; --i) {
+        turnTo(i);
+        writeFile(Plain::Disk::Readable, false, dice);
+        open();
+    }
 }
 
 void Player::tell(const QString &text)
@@ -92,23 +97,23 @@ QString Player::check()
     const QStringList faults = stage->modals.takeFaults();
     if (!faults.isEmpty())
         return faults.join("\n");
-    return difference(linesOf(view, disk), linesOf(*stage));
+    return difference(linesOf(documents, action), linesOf(stage, documents.size()));
 }
 
 void Player::settle()
 {
-    if (view.isOpen && stage->view())
+    if (view().isOpen && stage->view())
         commitFocused();
     stage->restFocus();
     Stage::turnLoop();
 }
 
-MOLK::ProbePortsOptionWidget *Player::realPage() const
+MOLK::ProbePortsOptionWidget *Player::realPage()
 {
-    return stage->pages().at(view.current);
+    return stage->pages().at(view().current);
 }
 
-QTreeWidget *Player::tree(const QString &name) const
+QTreeWidget *Player::tree(const QString &name)
 {
     return realPage()->findChild<QTreeWidget *>(name);
 }

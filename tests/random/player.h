@@ -30,10 +30,13 @@ struct Step
 };
 
 /// Plays steps on the real plug-in and on the plain model, and compares the two after each.
+///
+/// There are one to three documents. One of them is worked on, and its view is the host's active
+/// one when a step begins; some steps reach for the others behind it.
 class Player
 {
 public:
-    /// \param sessionSeed decides what the file holds at first.
+    /// \param sessionSeed decides how many documents there are and what they hold at first.
     Player(Stage *realStage, quint64 sessionSeed);
 
     /// A sequence of \a count steps.
@@ -63,12 +66,24 @@ private:
     void note(const QString &fault);
     void compareRows(const QString &what, const QStringList &wanted, const QStringList &got);
 
+    // The views: player_views.cpp
+    Plain::View &view() { return documents[worked].view; }
+    Plain::Disk &disk() { return documents[worked].disk; }
+    void turnTo(int document);
+    int anyOpen(Dice &dice) const;
+    void activate(int document);
+    void followHost();
+    void switchView(Dice &dice);
+    void bringForward(Dice &dice);
+    void glanceAtAnotherKind(Dice &dice);
+    void hearTopChange();
+
     // The document: player_document.cpp
     void open();
-    void openAgain(Dice &dice);
     void save(Dice &dice);
     void closeAndReopen(Dice &dice);
     void chooseTool(Dice &dice);
+    void closeView(Dice &dice);
     bool expectSave(bool gated);
 
     // The cores: player_cores.cpp
@@ -88,6 +103,9 @@ private:
 
     // The values and the clock: player_values.cpp
     void typeValue(Dice &dice);
+    void placeCursor(int port, Dice &dice);
+    bool typeKeys(int port, Dice &dice);
+    bool walkThroughValues(int *port, Dice &dice);
     void toggleClock(Dice &dice);
     void typeClock(Dice &dice);
     void pickClock(Dice &dice);
@@ -116,15 +134,17 @@ private:
     void answerDesignBanner(bool yes, Dice &dice);
     bool prepareRead(int outcome);
     void changeTopDuringRead();
+    void noticeFile(bool isNoticed, bool mayChangeAgain, Dice &dice);
 
-    Plain::Page &page() { return view.pages[view.current]; }
-    MOLK::ProbePortsOptionWidget *realPage() const;
-    QTreeWidget *tree(const QString &name) const;
+    Plain::Page &page() { return view().pages[view().current]; }
+    MOLK::ProbePortsOptionWidget *realPage();
+    QTreeWidget *tree(const QString &name);
 
     Stage *stage;
     quint64 seed;
-    Plain::View view;
-    Plain::Disk disk;
+    QList<Plain::Document> documents;
+    int worked = 0; ///< The document that is worked on.
+    Plain::Action action;
     int projectDesign = 0;
     bool topIsSet = false;
     QString tool;

@@ -10,14 +10,14 @@
 
 void Player::switchCore(Dice &dice)
 {
-    const int core = dice.below(view.pages.size());
+    const int core = dice.below(view().pages.size());
     tell("click on core " + QString::number(core));
     QTreeWidgetItem *row = stage->coreTree()->topLevelItem(core);
     if (dice.oneIn(5))
         Stage::doubleClick(row);
     else
         Stage::click(row);
-    view.current = core;
+    view().current = core;
 }
 
 static void chooseEntry(QMenu *menu, QAction *entry)
@@ -29,7 +29,7 @@ static void chooseEntry(QMenu *menu, QAction *entry)
 void Player::coreMenu(Dice &dice)
 {
     QTreeWidget *cores = stage->coreTree();
-    int row = dice.oneIn(6) ? -1 : dice.below(view.pages.size());
+    int row = dice.oneIn(6) ? -1 : dice.below(view().pages.size());
     QPoint place(10, cores->viewport()->height() - 2);
     if (row < 0 && cores->itemAt(place))
         row = 0;
@@ -63,17 +63,17 @@ void Player::coreMenu(Dice &dice)
 
 void Player::chooseAdd()
 {
-    if (view.pages.size() >= 16) {
+    if (view().pages.size() >= 16) {
         stage->modals.expectBox("Warning", "Support 16 MOLKs at most.", QMessageBox::Ok);
         return;
     }
-    view.addCore();
-    view.current = view.pages.size() - 1;
+    view().addCore();
+    view().current = view().pages.size() - 1;
 }
 
 void Player::chooseRemove(int row, Dice &dice)
 {
-    if (view.pages.size() == 1) {
+    if (view().pages.size() == 1) {
         stage->modals.expectBox("Remove MOLK", "The only MOLK can not be removed.",
                                 QMessageBox::Ok);
     } else {
@@ -82,7 +82,7 @@ void Player::chooseRemove(int row, Dice &dice)
                                 "Do you want to remove MOLK " + QString::number(row) + " ?",
                                 sure ? QMessageBox::Ok : QMessageBox::Cancel);
         if (sure)
-            view.removeCore(row);
+            view().removeCore(row);
     }
-    view.current = 0;
+    view().current = 0;
 }

@@ -53,7 +53,7 @@ void Player::editPort(Dice &dice)
     }
     bool accepted = false;
     dialogIsBlind = false;
-    dialogDesign = view.design;
+    dialogDesign = view().design;
     stage->modals.expectDialog<ProbeDialog>([&](ProbeDialog *dialog) {
         if (dialog->windowTitle() != QLatin1String(out ? "Probe Out Port" : "Probe In Port"))
             note("the dialog has the title " + dialog->windowTitle());
@@ -66,7 +66,7 @@ void Player::editPort(Dice &dice)
         page().setOut(port, items);
     else
         page().setIn(port, items);
-    view.touch();
+    view().touch();
 }
 
 bool Player::editItems(ProbeDialog *dialog, Plain::Items *items, Dice &dice)
@@ -236,7 +236,7 @@ bool Player::readDesignUnderDialog(Dice &dice)
     prepareRead(0);
     if (!stage->view()->readRtlNetlist())
         note("the design was refused");
-    view.takeDesign(projectDesign);
+    view().takeDesign(projectDesign);
     dialogIsBlind = true;
     return dialogType == 0;
 }

@@ -16,9 +16,9 @@ using namespace MOLK;
 // Opens what lies on disk; a file that isn't readable is told of first and then made readable.
 void Player::open()
 {
-    tell("open");
+    tell("open " + view().baseName());
     Dice dice(seed + 1);
-    if (disk.kind != Plain::Disk::Readable) {
+    if (disk().kind != Plain::Disk::Readable) {
         stage->modals.expectBox("Error", stage->path() + " open file failed.", QMessageBox::Ok);
         MolkViewManager::openMolkView(stage->path(), DEV::DeviceArg("OD-500"));
         writeFile(Plain::Disk::Readable, false, dice);
@@ -28,17 +28,11 @@ void Player::open()
     if (changes)
         changeTopDuringRead();
     MolkViewManager::openMolkView(stage->path(), DEV::DeviceArg("OD-500"));
-    view.open(disk.content, projectDesign);
+    view().open(disk().content, projectDesign);
+    // Every view hears of it, also the one that isn't ready.
     if (changes)
-        view.addDesignBanner("Top module changed. Do you want to reload?");
-    view.activate();
-}
-
-void Player::openAgain(Dice &)
-{
-    tell("bring the view forward");
-    MolkViewManager::openMolkView(stage->path(), DEV::DeviceArg("OD-500"));
-    view.activate();
+        hearTopChange();
+    activate(worked);
 }
 
 void Player::chooseTool(Dice &dice)
@@ -59,44 +53,56 @@ bool Player::expectSave(bool gated)
                                 QMessageBox::Ok);
         return false;
     }
-    const QString report = view.check();
+    const QString report = view().check();
     if (!report.isEmpty()) {
         stage->modals.expectBox("Error", "Your settings contain some errors.             ",
                                 QMessageBox::Ok, report);
         return false;
     }
-    const Plain::Configuration content = view.coresToWrite();
-    if (disk.kind == Plain::Disk::Directory) {
+    const Plain::Configuration content = view().coresToWrite();
+    if (disk().kind == Plain::Disk::Directory) {
         stage->modals.expectBox("Error", "Can not save to " + stage->path(), QMessageBox::Ok);
         return false;
     }
-    disk = {Plain::Disk::Readable, content, Plain::fileText(content)};
-    view.saved();
-    view.watched = true;
+    disk() = {Plain::Disk::Readable, content, Plain::fileText(content)};
+    view().saved();
+    view().watched = true;
     return true;
 }
 
 void Player::save(Dice &dice)
 {
-    if (dice.oneIn(6)) {
-        tell("save whatever the state");
+    if (dice.oneIn(5)) {
+        const int before = worked;
+        turnTo(anyOpen(dice));
+        tell("save " + view().baseName() + " whatever the state");
         const bool done = expectSave(true);
         if (stage->view()->save() != done)
             note("the save tells the wrong result");
+        turnTo(before);
         return;
     }
     tell("trigger Save");
-    if (!view.save.enabled)
+    if (!action.enabled)
         return;
     expectSave(true);
     stage->saveAction()->trigger();
 }
 
+// The view that is worked on is opened again by the next step, another one when it is turned to.
 void Player::closeAndReopen(Dice &dice)
 {
-    tell("close");
+    const int before = worked;
+    turnTo(dice.oneIn(3) ? anyOpen(dice) : worked);
+    closeView(dice);
+    turnTo(before);
+}
+
+void Player::closeView(Dice &dice)
+{
+    tell("close " + view().baseName());
     bool closes = true;
-    if (view.modified) {
+    if (view().modified) {
         const auto answer = dice.oneOf(QList<QMessageBox::StandardButton>{
             QMessageBox::Ok, QMessageBox::Ok, QMessageBox::Discard, QMessageBox::Cancel});
         tell("answer " + QString::number(answer));
@@ -104,6 +110,8 @@ void Player::closeAndReopen(Dice &dice)
         closes = answer == QMessageBox::Ok ? expectSave(false) : answer == QMessageBox::Discard;
     }
     MolkViewManager::closeMolkView(stage->path());
-    if (closes)
-        view.close();
+    if (!closes)
+        return;
+    view().close();
+    followHost();
 }

@@ -38,27 +38,27 @@ void Player::writeFile(Plain::Disk::Kind kind, bool byRename, Dice &dice)
 {
     const QString path = stage->path();
     const bool stays = kind != Plain::Disk::Missing && kind != Plain::Disk::Directory
-        && disk.kind != Plain::Disk::Directory && !byRename;
+        && disk().kind != Plain::Disk::Directory && !byRename;
     if (!stays) {
-        view.watched = false;
-        if (!byRename || disk.kind == Plain::Disk::Directory || kind == Plain::Disk::Missing
+        view().watched = false;
+        if (!byRename || disk().kind == Plain::Disk::Directory || kind == Plain::Disk::Missing
             || kind == Plain::Disk::Directory) {
             QDir(path).removeRecursively();
             QFile::remove(path);
         }
     }
 
-    disk = Plain::Disk();
-    disk.kind = kind;
+    disk() = Plain::Disk();
+    disk().kind = kind;
     bool done = true;
     if (kind == Plain::Disk::Directory) {
         done = QDir().mkpath(path);
     } else if (kind != Plain::Disk::Missing) {
         if (kind == Plain::Disk::Readable)
-            disk.content = randomConfiguration(dice);
-        disk.bytes =
-            kind == Plain::Disk::Readable ? Plain::fileText(disk.content) : damagedText(dice);
-        done = writeBytes(byRename ? path + ".new" : path, disk.bytes);
+            disk().content = randomConfiguration(dice);
+        disk().bytes =
+            kind == Plain::Disk::Readable ? Plain::fileText(disk().content) : damagedText(dice);
+        done = writeBytes(byRename ? path + ".new" : path, disk().bytes);
         if (byRename)
             done = done && std::rename(qPrintable(path + ".new"), qPrintable(path)) == 0;
     }
@@ -68,6 +68,8 @@ void Player::writeFile(Plain::Disk::Kind kind, bool byRename, Dice &dice)
 
 void Player::changeFile(Dice &dice)
 {
+    const int before = worked;
+    turnTo(dice.oneIn(3) ? anyOpen(dice) : worked);
     for (int changes = dice.between(1, 2); changes > 0; --changes) {
         const auto kind = dice.oneOf(QList<Plain::Disk::Kind>{
             Plain::Disk::Readable, Plain::Disk::Readable, Plain::Disk::Readable,
@@ -76,31 +78,37 @@ void Player::changeFile(Dice &dice)
         const bool byRename = dice.oneIn(3);
         static const QStringList names = {"remove the file", "write a file", "damage the file",
                                           "put a directory in the file's place"};
-        tell(names.at(kind) + QLatin1String(byRename ? " by renaming" : ""));
-        const bool isNoticed = view.watched;
+        tell(names.at(kind) + QLatin1String(byRename ? " by renaming" : "") + " at "
+             + view().baseName());
+        const bool isNoticed = view().watched;
         writeFile(kind, byRename, dice);
-
-        // The news of the file comes through the event loop.
-        const auto *document = private_impl::MolkViewPrivate::get(stage->view());
-        if (isNoticed) {
-            const QDeadlineTimer limit(5000);
-            while (!document->reloadPending && !limit.hasExpired())
-                QCoreApplication::processEvents();
-        }
-        Stage::turnLoop();
-        const bool asks = isNoticed && !view.reloadPending;
-        view.reloadPending = view.reloadPending || isNoticed;
-        if (document->reloadPending != view.reloadPending)
-            note("the change of the file is noticed wrongly");
-        if (asks && dice.oneIn(2) && changes > 1) {
-            // The second change comes before the time has passed.
-            writeFile(Plain::Disk::Readable, false, dice);
-            Stage::turnLoop();
-        }
-        stage->letTimePass();
-        if (asks)
-            view.addFileBanner(disk.kind != Plain::Disk::Missing);
+        noticeFile(isNoticed, changes > 1, dice);
     }
+    turnTo(before);
+}
+
+// The news of the file comes through the event loop.
+void Player::noticeFile(bool isNoticed, bool mayChangeAgain, Dice &dice)
+{
+    const auto *document = private_impl::MolkViewPrivate::get(stage->view());
+    if (isNoticed) {
+        const QDeadlineTimer limit(5000);
+        while (!document->reloadPending && !limit.hasExpired())
+            QCoreApplication::processEvents();
+    }
+    Stage::turnLoop();
+    const bool asks = isNoticed && !view().reloadPending;
+    view().reloadPending = view().reloadPending || isNoticed;
+    if (document->reloadPending != view().reloadPending)
+        note("the change of the file is noticed wrongly");
+    if (asks && dice.oneIn(2) && mayChangeAgain) {
+        // The second change comes before the time has passed.
+        writeFile(Plain::Disk::Readable, false, dice);
+        Stage::turnLoop();
+    }
+    stage->letTimePass();
+    if (asks)
+        view().addFileBanner(disk().kind != Plain::Disk::Missing);
 }
 
 void Player::sendEvent(Dice &dice)
@@ -128,9 +136,11 @@ void Player::sendEvent(Dice &dice)
     file.type = fileType;
     file.enable = fileEnabled;
     stage->host.design().setFileInfo(file);
-    const QString question = view.questionFor(name, values, fileType, fileEnabled);
-    if (!question.isNull())
-        view.addDesignBanner(question);
+    for (Plain::Document &document : documents) {
+        const QString question = document.view.questionFor(name, values, fileType, fileEnabled);
+        if (document.view.isOpen && !question.isNull())
+            document.view.addDesignBanner(question);
+    }
     projectDesign = dice.below(Plain::designs().size());
     topIsSet = dice.oneIn(2);
     stage->host.events().send(event);
@@ -138,14 +148,14 @@ void Player::sendEvent(Dice &dice)
 
 void Player::answerBanner(Dice &dice)
 {
-    if (view.banners.isEmpty())
+    if (view().banners.isEmpty())
         return tell("answer no banner");
-    const int index = dice.below(view.banners.size());
-    const bool aboutDesign = view.banners.at(index).aboutDesign;
+    const int index = dice.below(view().banners.size());
+    const bool aboutDesign = view().banners.at(index).aboutDesign;
     const bool yes = dice.oneIn(2);
     tell(QString("answer the banner about the %1 with %2")
              .arg(QLatin1String(aboutDesign ? "design" : "file"))
-             .arg(yes ? view.banners.at(index).yes : view.banners.at(index).no));
+             .arg(yes ? view().banners.at(index).yes : view().banners.at(index).no));
     const QLayout *layout =
         stage->view()->findChild<QWidget *>("widget_3", Qt::FindDirectChildrenOnly)->layout();
     QWidget *banner = layout->itemAt(index)->widget();
@@ -154,40 +164,49 @@ void Player::answerBanner(Dice &dice)
     else
         answerFileBanner(yes);
     Stage::press(banner, yes ? "btnA" : "btnB");
+    if (!view().isOpen)
+        followHost();
 }
 
 void Player::answerFileBanner(bool yes)
 {
     QString answer;
-    for (const Plain::Banner &banner : qAsConst(view.banners)) {
+    for (const Plain::Banner &banner : qAsConst(view().banners)) {
         if (!banner.aboutDesign)
             answer = yes ? banner.yes : banner.no;
     }
-    view.removeBanner(false);
+    view().removeBanner(false);
     if (answer == "Close") {
-        view.closeUnasked();
+        view().closeUnasked();
     } else if (answer == "Reload") {
-        if (disk.kind == Plain::Disk::Readable) {
-            view.reload(disk.content);
+        if (disk().kind == Plain::Disk::Readable) {
+            view().reload(disk().content);
         } else {
             stage->modals.expectBox("Reload Molk", "Invalid MOLK file.", QMessageBox::Ok);
-            view.closeUnasked();
+            view().closeUnasked();
         }
     }
 }
 
 void Player::answerDesignBanner(bool yes, Dice &dice)
 {
-    view.removeBanner(true);
+    view().removeBanner(true);
     if (!yes)
         return;
-    const bool taken = prepareRead(dice.oneIn(4) ? dice.between(1, 6) : 0);
-    if (dice.oneIn(3))
+    const int outcome = dice.oneIn(4) ? dice.between(1, 6) : 0;
+    const bool taken = prepareRead(outcome);
+    // While it reads, the view is deaf to what the others hear.
+    const bool readsNets = outcome == 0 || outcome > 4;
+    if (readsNets && dice.oneIn(3)) {
         changeTopDuringRead();
+        view().designChanged = true;
+        hearTopChange();
+        view().designChanged = false;
+    }
     if (taken)
-        view.takeDesign(projectDesign);
+        view().takeDesign(projectDesign);
     else
-        view.closeUnasked();
+        view().closeUnasked();
 }
 
 void Player::changeTopDuringRead()

@@ -23,7 +23,7 @@ void Player::addPort(Dice &dice)
             page().addOut();
         else
             page().addIn();
-        view.touch();
+        view().touch();
     }
     Stage::press(realPage(), QLatin1String(out ? "btnProbeOutAdd" : "btnProbeInAdd"));
 }
@@ -104,7 +104,7 @@ void Player::removeProbeIn(Dice &dice)
             page().removeIn(port);
         else if (row && selectable)
             page().dropShownRow(port, signal, bit);
-        view.touch();
+        view().touch();
     }
     Stage::press(realPage(), "btnProbeInRemove");
 }
@@ -131,7 +131,7 @@ void Player::removeProbeOut(Dice &dice)
     } else if (!selected || signal < 0) {
         if (selected)
             page().removeOut(port);
-        view.touch();
+        view().touch();
     }
     Stage::press(realPage(), "btnProbeOutRemove");
 }

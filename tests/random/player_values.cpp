@@ -18,8 +18,8 @@ using namespace MOLK;
 void Player::commitFocused()
 {
     const QList<ProbePortsOptionWidget *> pages = stage->pages();
-    for (int i = 0; i < pages.size() && i < view.pages.size(); ++i) {
-        for (int port = 0; port < view.pages.at(i).lines.size(); ++port) {
+    for (int i = 0; i < pages.size() && i < view().pages.size(); ++i) {
+        for (int port = 0; port < view().pages.at(i).lines.size(); ++port) {
             if (Stage::line(pages.at(i), port) == QApplication::focusWidget()
                 && QApplication::focusWidget())
                 commit(i, port);
@@ -29,14 +29,14 @@ void Player::commitFocused()
 
 void Player::commit(int committed, int port)
 {
-    const QString refused = view.pages[committed].lines[port].commit();
+    const QString refused = view().pages[committed].lines[port].commit();
     if (refused.isNull())
         return;
     stage->modals.expectBox("Error",
                             "Value '" + refused + "' for Probe Out" + QString::number(port)
                                 + " Initial Value exceeds the effective width.",
                             QMessageBox::Ok);
-    view.touch();
+    view().touch();
 }
 
 static bool pressKey(QWidget *line, Plain::ValueLine *plain, int key, QChar typed)
@@ -46,6 +46,12 @@ static bool pressKey(QWidget *line, Plain::ValueLine *plain, int key, QChar type
     else
         QTest::keyClick(line, typed.toLatin1());
     return plain->press(key, typed.isNull() ? QString() : QString(typed));
+}
+
+// Whether the line can lose the focus without a word.
+static bool fits(Plain::ValueLine line)
+{
+    return line.commit().isNull();
 }
 
 void Player::typeValue(Dice &dice)
@@ -58,15 +64,45 @@ void Player::typeValue(Dice &dice)
     if (ports.isEmpty())
         return tell("type no value");
 
-    const int port = dice.oneOf(ports);
+    int port = dice.oneOf(ports);
+    Stage::line(realPage(), port)->setFocus(Qt::MouseFocusReason);
+    placeCursor(port, dice);
+    const bool walksOnly = dice.oneIn(5);
+    bool edited = !walksOnly && typeKeys(port, dice);
+    if (walksOnly || dice.oneIn(3))
+        edited |= walkThroughValues(&port, dice);
+    if (port >= 0 && dice.oneIn(4)) {
+        placeCursor(port, dice);
+        edited |= typeKeys(port, dice);
+    }
+    if (edited)
+        view().touch();
+
+    // A save takes the text as it stands. What wouldn't fit is left to the change of focus.
+    if (port < 0 || !dice.oneIn(5) || !fits(page().lines.at(port)) || !action.enabled)
+        return;
+    tell("trigger Save at once");
+    expectSave(true);
+    commit(view().current, port);
+    stage->saveAction()->trigger();
+}
+
+void Player::placeCursor(int port, Dice &dice)
+{
     InitialValueLine *line = Stage::line(realPage(), port);
     Plain::ValueLine &plain = page().lines[port];
-    line->setFocus(Qt::MouseFocusReason);
     if (QApplication::focusWidget() != line)
-        return note("the line takes no focus");
+        note("the line takes no focus");
     plain.cursor = dice.oneIn(8) ? dice.below(2) : dice.between(2, plain.text.size());
     line->setCursorPosition(plain.cursor);
-    tell(QString("type into Probe Out%1 at %2").arg(port).arg(plain.cursor));
+    tell(QString("go to Probe Out%1 at %2").arg(port).arg(plain.cursor));
+}
+
+// \return whether the line let a key through.
+bool Player::typeKeys(int port, Dice &dice)
+{
+    InitialValueLine *line = Stage::line(realPage(), port);
+    Plain::ValueLine &plain = page().lines[port];
     bool edited = false;
     int keys = dice.between(1, 5);
     if (dice.oneIn(6)) {
@@ -88,24 +124,65 @@ void Player::typeValue(Dice &dice)
             edited |= pressKey(line, &plain, 0, typed);
         }
     }
-    if (edited)
-        view.touch();
+    return edited;
+}
 
-    // A save takes the text as it stands. What wouldn't fit is left to the change of focus.
-    Plain::ValueLine trial = plain;
-    if (!dice.oneIn(5) || !trial.commit().isNull() || !view.save.enabled)
-        return;
-    tell("trigger Save at once");
-    expectSave(true);
-    commit(view.current, port);
-    stage->saveAction()->trigger();
+// The ports of the rows of the value tree that can be walked through, top to bottom; -1 for a row
+// that has no line to take the focus.
+static QList<int> rowsOfValues(const Plain::Page &page)
+{
+    QList<int> rows;
+    for (int i = 0; i < page.lines.size(); ++i) {
+        rows.append(page.lines.at(i).enabled ? i : -1);
+        for (int j = 0; page.outsExpanded.at(i) && j < page.lines.at(i).labels.size(); ++j)
+            rows.append(-1);
+    }
+    return rows;
+}
+
+// Up and Down in a line lead to the row above and below, whose line takes the focus. On a row
+// without a line that can take it, the tree has it.
+// \param port whose line has the focus, and which has it afterwards; -1 for the tree.
+// \return whether a line let a key through.
+bool Player::walkThroughValues(int *port, Dice &dice)
+{
+    const QList<int> rows = rowsOfValues(page());
+    int row = rows.indexOf(*port);
+    bool edited = false;
+    for (int presses = dice.between(1, 4); presses > 0; --presses) {
+        // A value that doesn't fit would be told of in the midst of the walk.
+        if (*port >= 0 && !fits(page().lines.at(*port)))
+            break;
+        const bool down = dice.oneIn(2);
+        tell(QLatin1String(down ? "Down" : "Up"));
+        const int key = down ? Qt::Key_Down : Qt::Key_Up;
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key(key));
+        if (*port >= 0 && !page().lines[*port].press(key, QString()))
+            continue;
+        edited |= *port >= 0;
+        const int next = qBound(0, down ? row + 1 : row - 1, rows.size() - 1);
+        if (next == row)
+            continue;
+        if (*port >= 0)
+            commit(view().current, *port);
+        row = next;
+        *port = rows.at(row);
+        const QWidget *focused = tree("treeValue");
+        if (*port >= 0)
+            focused = Stage::line(realPage(), *port);
+        if (QApplication::focusWidget() != focused) {
+            note("the focus hasn't followed the key");
+            break;
+        }
+    }
+    return edited;
 }
 
 void Player::toggleClock(Dice &)
 {
     tell("toggle the user clock");
     page().useClock = !page().useClock;
-    view.touch();
+    view().touch();
     Stage::press(realPage(), "checkUserClock");
 }
 
@@ -124,7 +201,7 @@ void Player::typeClock(Dice &dice)
     else
         QTest::keyClicks(edit, name);
     if (!name.isEmpty() || !page().clock.isEmpty())
-        view.touch();
+        view().touch();
     page().clock = name;
 }
 
@@ -135,7 +212,7 @@ void Player::pickClock(Dice &dice)
         return;
     dialogType = 0;
     dialogIsBlind = false;
-    dialogDesign = view.design;
+    dialogDesign = view().design;
     Plain::Items items;
     bool accepted = false;
     stage->modals.expectDialog<MolkSignalSelectDialog>(
@@ -145,5 +222,5 @@ void Player::pickClock(Dice &dice)
     if (name.isEmpty())
         return;
     page().clock = name;
-    view.touch();
+    view().touch();
 }

@@ -41,16 +41,29 @@ void Stage::clear()
     turnLoop();
     host.design().clearAnswers();
     host.extraction().clear();
-    QDir(path()).removeRecursively();
-    QFile::remove(path());
+    for (int i = 0; i < MostDocuments; ++i) {
+        QDir(path(i)).removeRecursively();
+        QFile::remove(path(i));
+    }
+    current = 0;
     modals.takeFaults();
     saveAction()->setText(QString());
     saveAction()->setToolTip(QString());
 }
 
-MolkView *Stage::view() const
+QString Stage::path(int document) const
 {
-    return MolkViewManager::instance()->molkViews().value(0);
+    return dir.filePath(QString("%1.molk").arg(QChar('a' + document)));
+}
+
+MolkView *Stage::view(int document) const
+{
+    const QList<MolkView *> views = MolkViewManager::instance()->molkViews();
+    for (MolkView *view : views) {
+        if (view->file() == path(document))
+            return view;
+    }
+    return nullptr;
 }
 
 QAction *Stage::saveAction() const

@@ -32,13 +32,22 @@ public:
 
     Q_DISABLE_COPY(Stage)
 
-    /// Drops all views and answers, and removes what lies under path().
+    /// How many documents there are at most.
+    static constexpr int MostDocuments = 3;
+
+    /// Drops all views and answers, and removes what lies under the paths of all documents.
     void clear();
 
-    QString path() const { return dir.filePath("a.molk"); }
+    /// Makes \a document, counted from 0, the one that path(), view() and what is in it mean.
+    void turnTo(int document) { current = document; }
+    int document() const { return current; }
 
-    /// The one view; null if there is none.
-    MOLK::MolkView *view() const;
+    QString path() const { return path(current); }
+    QString path(int document) const;
+
+    /// The view on path(); null if there is none.
+    MOLK::MolkView *view() const { return view(current); }
+    MOLK::MolkView *view(int document) const;
 
     QAction *saveAction() const;
 
@@ -75,4 +84,5 @@ public:
 
 private:
     std::unique_ptr<MOLK::MolkInserterPlugin> plugin;
+    int current = 0;
 };

@@ -13,9 +13,9 @@
 
 /// Plays random actions on the plug-in and on a plain model of it.
 ///
-/// MOLK_RANDOM_STEPS sets how many, MOLK_RANDOM_SEED where to begin. Each session is one file that
-/// is opened, edited, closed and reopened; its seed alone repeats it, by MOLK_RANDOM_SEED and at
-/// most as many steps as a session has.
+/// MOLK_RANDOM_STEPS sets how many, MOLK_RANDOM_SEED where to begin. Each session is one to three
+/// files that are opened, edited, closed and reopened beside each other; its seed alone repeats it,
+/// by MOLK_RANDOM_SEED and at most as many steps as a session has.
 class TestRandomActions : public QObject
 {
     Q_OBJECT
