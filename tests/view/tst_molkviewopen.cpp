@@ -24,6 +24,7 @@ private slots:
     void skeletonOpensWithOneCoreAndIsModified();
     void fileWithCoresOpensClean();
     void missingFileIsRefused();
+    void refusalNamesTheFileAsItWasGiven();
     void unreadableFileIsRefused_data();
     void unreadableFileIsRefused();
     void refusalNeedsNoErrorString();
@@ -73,6 +74,16 @@ void tst_MolkViewOpen::missingFileIsRefused()
     QCOMPARE(view->file(), file);
     QCOMPARE(document()->watcher->files(), QStringList());
     QCOMPARE(bench->host.callsOf({"catchRtlModules"}), QStringList());
+}
+
+void tst_MolkViewOpen::refusalNamesTheFileAsItWasGiven()
+{
+    newView();
+    QString error;
+
+    QVERIFY(!view->open("./none/../missing.molk", QString(), &error));
+
+    QCOMPARE(error, QString("./none/../missing.molk open file failed."));
 }
 
 void tst_MolkViewOpen::unreadableFileIsRefused_data()
