@@ -25,9 +25,9 @@ static void checkRoundTrip(const YamlNode &root)
 
 static void checkChanges(YamlNode root, int files)
 {
-    if (!appendFile(&root, "added: #1.sv"))
+    if (!appendFiles(&root, {"added: #1.sv"}))
         return;
-    if (files > 0 && !removeFile(&root, 0))
+    if (files > 0 && !removeFiles(&root, {0}))
         std::abort();
     if (!setTops(&root, {"top"}) || !setToolOption(&root, "IncludePath", QStringList("inc"))
         || !moveEdam(&root, "/from", "/from/to", false))

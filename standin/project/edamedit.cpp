@@ -4,6 +4,9 @@
 #include "project/edamfile.h"
 
 #include <QDir>
+#include <QSet>
+
+#include <algorithm>
 
 namespace Standin {
 
@@ -67,55 +70,91 @@ static YamlNode stringList(const QStringList &texts)
     return list;
 }
 
-bool appendFile(YamlNode *root, const QString &name)
+bool appendFiles(YamlNode *root, const QStringList &names)
 {
     if (!expandAliases(root))
         return false;
 
-    YamlNode entry = YamlNode::map();
-    entry.setValue("name", YamlNode::string(name));
-    entry.setValue("file_type", YamlNode::string(fileTypeOf(name)));
-    if (isIncludeName(name))
-        entry.setValue("is_include_file", YamlNode::plain("true"));
-    ensure(root, "files", YamlNode::Sequence)->items.push_back(entry);
+    std::vector<YamlNode> &files = ensure(root, "files", YamlNode::Sequence)->items;
+    for (const QString &name : names) {
+        YamlNode entry = YamlNode::map();
+        entry.setValue("name", YamlNode::string(name));
+        entry.setValue("file_type", YamlNode::string(fileTypeOf(name)));
+        if (isIncludeName(name))
+            entry.setValue("is_include_file", YamlNode::plain("true"));
+        files.push_back(entry);
+    }
     return true;
 }
 
-bool removeFile(YamlNode *root, int position)
+// Takes \a names out of the list of files that are switched off, and the list too if that empties
+// it.
+static void forgetDisabled(YamlNode *root, const QSet<QString> &names)
+{
+    YamlNode *tools = root->value("tool_options");
+    YamlNode *ours = tools ? tools->value("workbench") : nullptr;
+    YamlNode *disabled = ours ? ours->value(disabledFilesKey) : nullptr;
+    if (!disabled)
+        return;
+
+    std::vector<YamlNode> &items = disabled->items;
+    items.erase(
+        std::remove_if(items.begin(), items.end(),
+                       [&names](const YamlNode &item) { return names.contains(item.text); }),
+        items.end());
+    if (items.empty())
+        ours->removeKey(disabledFilesKey);
+}
+
+bool removeFiles(YamlNode *root, const QVector<int> &positions)
 {
     if (!expandAliases(root))
         return false;
 
     std::vector<YamlNode> &files = root->value("files")->items;
-    const YamlNode entry = files[size_t(position)];
-    files.erase(files.begin() + position);
-
-    YamlNode *tools = root->value("tool_options");
-    YamlNode *ours = tools ? tools->value("workbench") : nullptr;
-    YamlNode *disabled = ours ? ours->value(disabledFilesKey) : nullptr;
-    if (!disabled)
-        return true;
-    const QString name = entry.value("name")->text;
-    std::vector<YamlNode> &names = disabled->items;
-    for (size_t i = names.size(); i > 0; --i) {
-        if (names[i - 1].text == name)
-            names.erase(names.begin() + int(i - 1));
+    std::vector<YamlNode> kept;
+    QSet<QString> names;
+    auto next = positions.cbegin();
+    for (int i = 0; i < int(files.size()); ++i) {
+        if (next == positions.cend() || *next != i) {
+            kept.push_back(std::move(files[size_t(i)]));
+            continue;
+        }
+        names.insert(files[size_t(i)].value("name")->text);
+        ++next;
     }
-    if (names.empty())
-        ours->removeKey(disabledFilesKey);
+    files = std::move(kept);
+    forgetDisabled(root, names);
     return true;
 }
 
-bool setFileValue(YamlNode *root, int position, const QString &key, const YamlNode &value)
+bool orderFiles(YamlNode *root, const QVector<int> &order)
 {
     if (!expandAliases(root))
         return false;
 
-    YamlNode &entry = root->value("files")->items[size_t(position)];
-    if (value.kind == YamlNode::Null)
-        entry.removeKey(key);
-    else
-        entry.setValue(key, value);
+    std::vector<YamlNode> &files = root->value("files")->items;
+    std::vector<YamlNode> ordered;
+    ordered.reserve(files.size());
+    for (int position : order)
+        ordered.push_back(std::move(files[size_t(position)]));
+    files = std::move(ordered);
+    return true;
+}
+
+bool setFileValue(YamlNode *root, const QVector<int> &positions, const QString &key,
+                  const YamlNode &value)
+{
+    if (!expandAliases(root))
+        return false;
+
+    for (int position : positions) {
+        YamlNode &entry = root->value("files")->items[size_t(position)];
+        if (value.kind == YamlNode::Null)
+            entry.removeKey(key);
+        else
+            entry.setValue(key, value);
+    }
     return true;
 }
 

@@ -7,6 +7,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QVector>
 
 namespace Standin {
 
@@ -44,19 +45,24 @@ YamlNode newEdamDocument(const QString &name);
 
 /// How the project in \a directory names the absolute path \a path: relative where that isn't
 /// longer than a way through the root.
-QString nameInProject(const QString &path, const QString &directory);
+HOST_EXPORT QString nameInProject(const QString &path, const QString &directory);
 
 /// The file type that stands for \a kind.
 QString typeOfKind(FileKind kind);
 
-/// Appends an entry for the file \a name, of the type that its suffix says.
-HOST_EXPORT bool appendFile(YamlNode *root, const QString &name);
+/// Appends an entry for each of the files \a names, of the type that its suffix says.
+HOST_EXPORT bool appendFiles(YamlNode *root, const QStringList &names);
 
-/// Removes the entry at \a position of the files, and its name from the files switched off.
-HOST_EXPORT bool removeFile(YamlNode *root, int position);
+/// Removes the entries at \a positions, ascending, of the files, and their names from the files
+/// switched off.
+HOST_EXPORT bool removeFiles(YamlNode *root, const QVector<int> &positions);
 
-/// Sets the value under \a key of the file at \a position; a null node removes the key.
-bool setFileValue(YamlNode *root, int position, const QString &key, const YamlNode &value);
+/// Puts the files in the order \a order, which holds each position once.
+bool orderFiles(YamlNode *root, const QVector<int> &order);
+
+/// Sets the value under \a key of the files at \a positions; a null node removes the key.
+bool setFileValue(YamlNode *root, const QVector<int> &positions, const QString &key,
+                  const YamlNode &value);
 
 HOST_EXPORT bool setTops(YamlNode *root, const QStringList &tops);
 

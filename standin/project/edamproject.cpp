@@ -1,35 +1,12 @@
 // SPDX-FileCopyrightText: The project's authors
 // SPDX-License-Identifier: MIT
 
-#include "project/edamproject.h"
-
-#include "host/calllog.h"
-#include "host/event.h"
-#include "host/eventbus.h"
-#include "project/edamfile.h"
-#include "project/sourcewatcher.h"
+#include "project/edamproject_p.h"
 
 #include <QDir>
 #include <QFileInfo>
-#include <QHash>
 
 namespace Standin {
-
-struct EdamProject::Private
-{
-    EdamFileState file;
-    EdamContents contents;
-    QHash<QString, int> positions; // of each path's first entry
-    QString overridingTop;
-    std::unique_ptr<SourceWatcher> watcher;
-
-    QString absolute(const QString &name) const;
-    int position(const QString &name) const { return positions.value(absolute(name), -1); }
-    void index();
-    void refreshWatch();
-    bool change(const YamlNode &root, QString *error);
-    bool noSuchFile(const QString &name, QString *error) const;
-};
 
 QString EdamProject::Private::absolute(const QString &name) const
 {
@@ -68,20 +45,10 @@ bool EdamProject::Private::change(const YamlNode &root, QString *error)
         return false;
 
     contents = changed;
+    hasUnsavedChanges = file.path.isEmpty();
     index();
     refreshWatch();
     return true;
-}
-
-bool EdamProject::Private::noSuchFile(const QString &name, QString *error) const
-{
-    *error = QDir::toNativeSeparators(name) + " is not in the project.";
-    return false;
-}
-
-static void send(const QString &name, const QVariantMap &values)
-{
-    EventBus::instance()->send(Event(name, values));
 }
 
 EdamProject::EdamProject(std::unique_ptr<Private> data)
@@ -131,8 +98,7 @@ std::unique_ptr<EdamProject> EdamProject::adHoc(const QStringList &files, const 
     for (const QString &file : files)
         names.append(nameInProject(file, data->file.directory));
     names.removeDuplicates();
-    for (const QString &name : qAsConst(names))
-        appendFile(&data->file.root, name);
+    appendFiles(&data->file.root, names);
 
     EdamReport report;
     readEdam(data->file.root, data->file.directory, &data->contents, &report);
@@ -152,6 +118,11 @@ QString EdamProject::path() const
 QString EdamProject::directory() const
 {
     return d->file.directory;
+}
+
+bool EdamProject::hasUnsavedChanges() const
+{
+    return d->hasUnsavedChanges;
 }
 
 static TE::DesignFile record(const EdamFile &file)
@@ -221,180 +192,9 @@ void EdamProject::watchSources()
         return;
     d->watcher = std::make_unique<SourceWatcher>();
     QObject::connect(d->watcher.get(), &SourceWatcher::modified, [](const QString &path) {
-        send("TE.File.Modified", {{"file", path}});
+        sendEvent("TE.File.Modified", {{"file", path}});
     });
     d->refreshWatch();
-}
-
-bool EdamProject::addFile(const QString &path)
-{
-    Standin::record("addFile " + path);
-    if (isRefused("addFile") || d->position(path) >= 0)
-        return false;
-    QString error;
-    return addFiles({path}, &error);
-}
-
-bool EdamProject::addFiles(const QStringList &paths, QString *error)
-{
-    YamlNode root = d->file.root;
-    QStringList added;
-    for (const QString &path : paths) {
-        const QString absolute = d->absolute(path);
-        if (d->position(absolute) >= 0 || added.contains(absolute))
-            continue;
-        if (!QFileInfo(absolute).isFile()) {
-            *error = QDir::toNativeSeparators(path) + " is not a file.";
-            return false;
-        }
-        if (!appendFile(&root, nameInProject(absolute, d->file.directory))) {
-            *error = sharedPartsError();
-            return false;
-        }
-        added.append(absolute);
-    }
-    if (added.isEmpty())
-        return true;
-    if (!d->change(root, error))
-        return false;
-
-    for (const QString &path : qAsConst(added))
-        send("TE.File.Add", {{"file", path}});
-    return true;
-}
-
-bool EdamProject::removeFile(const QString &path, QString *error)
-{
-    const int position = d->position(path);
-    if (position < 0)
-        return d->noSuchFile(path, error);
-
-    const EdamFile file = d->contents.files.at(position);
-    YamlNode root = d->file.root;
-    if (!Standin::removeFile(&root, position)) {
-        *error = sharedPartsError();
-        return false;
-    }
-    if (!d->change(root, error))
-        return false;
-
-    send("TE.File.Remove",
-         {{"file", file.path}, {"enable", file.enabled}, {"type", int(file.kind)}});
-    return true;
-}
-
-bool EdamProject::setFileEnabled(const QString &path, bool on, QString *error)
-{
-    const int position = d->position(path);
-    if (position < 0)
-        return d->noSuchFile(path, error);
-
-    const EdamFile file = d->contents.files.at(position);
-    if (file.enabled == on)
-        return true;
-    QStringList disabled;
-    for (const EdamFile &other : qAsConst(d->contents.files)) {
-        const bool enabled = other.path == file.path ? on : other.enabled;
-        if (!enabled)
-            disabled.append(other.name);
-    }
-    disabled.removeDuplicates();
-
-    YamlNode root = d->file.root;
-    if (!setToolOption(&root, disabledFilesKey, disabled)) {
-        *error = sharedPartsError();
-        return false;
-    }
-    if (!d->change(root, error))
-        return false;
-
-    send("TE.File.Change.Enable", {{"file", file.path}, {"enable", on}, {"type", int(file.kind)}});
-    return true;
-}
-
-bool EdamProject::setFileKind(const QString &path, FileKind kind, QString *error)
-{
-    const int position = d->position(path);
-    if (position < 0)
-        return d->noSuchFile(path, error);
-
-    const EdamFile file = d->contents.files.at(position);
-    if (file.kind == kind)
-        return true;
-    YamlNode root = d->file.root;
-    if (!setFileValue(&root, position, "file_type", YamlNode::string(typeOfKind(kind)))) {
-        *error = sharedPartsError();
-        return false;
-    }
-    if (!d->change(root, error))
-        return false;
-
-    send("TE.File.Change.Type",
-         {{"file", file.path}, {"type", int(kind)}, {"previous", int(file.kind)}});
-    return true;
-}
-
-bool EdamProject::setIncludeFile(const QString &path, bool on, QString *error)
-{
-    const int position = d->position(path);
-    if (position < 0)
-        return d->noSuchFile(path, error);
-
-    const EdamFile file = d->contents.files.at(position);
-    if (file.isInclude == on)
-        return true;
-    YamlNode root = d->file.root;
-    const YamlNode value = on ? YamlNode::plain("true") : YamlNode();
-    if (!setFileValue(&root, position, "is_include_file", value)) {
-        *error = sharedPartsError();
-        return false;
-    }
-    if (!d->change(root, error))
-        return false;
-
-    send("TE.File.Change.Type",
-         {{"file", file.path}, {"type", int(file.kind)}, {"previous", int(file.kind)}});
-    return true;
-}
-
-bool EdamProject::setTop(const QString &top, QString *error)
-{
-    const QStringList tops = top.isEmpty() ? QStringList() : QStringList(top);
-    if (d->contents.tops == tops && d->overridingTop.isEmpty())
-        return true;
-    YamlNode root = d->file.root;
-    if (!setTops(&root, tops)) {
-        *error = sharedPartsError();
-        return false;
-    }
-    if (!d->change(root, error))
-        return false;
-
-    d->overridingTop.clear();
-    send("TE.Option.Change", {{"option", "TopModule"}});
-    return true;
-}
-
-bool EdamProject::setOption(const QString &name, const QVariant &value, QString *error)
-{
-    if (name == "TopModule")
-        return setTop(value.toString(), error);
-    if (option(name) == value)
-        return true;
-
-    YamlNode root = d->file.root;
-    if (!setToolOption(&root, name, value)) {
-        *error = sharedPartsError();
-        return false;
-    }
-    if (!d->change(root, error))
-        return false;
-
-    if (name == "Device")
-        send("TE.Device.Change", {});
-    else
-        send("TE.Option.Change", {{"option", name}});
-    return true;
 }
 
 bool EdamProject::saveAs(const QString &path, QString *error)
@@ -419,6 +219,7 @@ bool EdamProject::saveAs(const QString &path, QString *error)
     readEdam(root, directory, &contents, &report);
     d->file = moved;
     d->contents = contents;
+    d->hasUnsavedChanges = false;
     d->index();
     d->refreshWatch();
     return true;

@@ -28,8 +28,9 @@ enum FileKind { OtherKind = 1, VerilogKind = 2, SystemVerilogKind = 3, VhdlKind 
 /// their own names and the files that are switched off as a list under `disabled_files`.
 ///
 /// Each change is written to the file at once, then the event that tells of it is sent; if it can't
-/// be written, nothing changes and no event is sent. A project without a file of its own is changed
-/// in memory alone.
+/// be written, nothing changes and no event is sent. A change of several files is one write, so it
+/// happens to all of them or to none. A project without a file of its own is changed in memory
+/// alone. An operation that returns false leaves a sentence for the user in its \a error.
 class HOST_EXPORT EdamProject : public Core::IProject
 {
 public:
@@ -59,6 +60,9 @@ public:
 
     /// The directory that relative paths in the project are relative to, absolute.
     QString directory() const;
+
+    /// Whether a project without a file of its own has been changed since it was made.
+    bool hasUnsavedChanges() const;
 
     /// The files in order. The keys of TE::DesignFile::data, each only where it says something:
     /// "name" (the path as the project file has it), "file_type", "is_include_file" (true),
@@ -95,18 +99,29 @@ public:
     /// follows for each.
     bool addFiles(const QStringList &paths, QString *error);
 
-    /// Takes the file out of the project. "TE.File.Remove" follows. The file itself stays.
-    bool removeFile(const QString &path, QString *error);
+    /// Takes the files of \a paths out of the project. "TE.File.Remove" follows for each. The files
+    /// themselves stay.
+    bool removeFiles(const QStringList &paths, QString *error);
 
-    /// Switches the file on or off. "TE.File.Change.Enable" follows unless it is so already.
-    bool setFileEnabled(const QString &path, bool on, QString *error);
+    /// Switches the files on or off. "TE.File.Change.Enable" follows for each that wasn't so
+    /// already.
+    bool setFilesEnabled(const QStringList &paths, bool on, QString *error);
 
-    /// Changes the file's kind. "TE.File.Change.Type" follows unless it is so already.
-    bool setFileKind(const QString &path, FileKind kind, QString *error);
+    /// Changes the files' kind. "TE.File.Change.Type" follows for each that wasn't of it already.
+    bool setFilesKind(const QStringList &paths, FileKind kind, QString *error);
 
-    /// Makes \a path an include file, which isn't compiled by itself, or a source file again.
-    /// "TE.File.Change.Type" follows unless it is so already, with the same kind before and after.
-    bool setIncludeFile(const QString &path, bool on, QString *error);
+    /// Makes the files include files, which aren't compiled by themselves, or source files again.
+    /// "TE.File.Change.Type" follows for each that wasn't so already, with the same kind before and
+    /// after.
+    bool setIncludeFiles(const QStringList &paths, bool on, QString *error);
+
+    enum Place { Before, After };
+
+    /// Moves the files of \a paths, which keep their order, directly before or after the file
+    /// \a anchor, which counts for the order of compilation. There is no event of its own for
+    /// that: "TE.File.Modified" follows for each of \a paths if the order has changed. Nothing
+    /// happens if \a anchor is one of them.
+    bool moveFiles(const QStringList &paths, const QString &anchor, Place place, QString *error);
 
     /// Sets the top module; empty unsets it. "TE.Option.Change" for "TopModule" follows unless it
     /// is so already.
@@ -116,6 +131,9 @@ public:
     /// "TE.Option.Change" follows unless it is so already, for the option "Device"
     /// "TE.Device.Change".
     bool setOption(const QString &name, const QVariant &value, QString *error);
+
+    /// Sets several options with one write, which then follow one another in order of their names.
+    bool setOptions(const QVariantMap &values, QString *error);
 
     /// Writes the project to the EDAM file \a path, which is its own from then on. Relative paths
     /// in it are rewritten if the directory changes.

@@ -243,7 +243,7 @@ void TestProjectWatcher::projectSendsAnEventForItsSources()
     write("b.v", "two");
     QTRY_COMPARE(heard.files, QStringList({in("a.v"), in("b.v")}));
 
-    QVERIFY(project->removeFile(in("b.v"), &error));
+    QVERIFY(project->removeFiles({in("b.v")}, &error));
     write("b.v", "three");
     write("a.v", "three");
     QTRY_COMPARE(heard.files, QStringList({in("a.v"), in("b.v"), in("a.v")}));
