@@ -3,6 +3,7 @@
 
 #include "mainwindow.h"
 
+#include "errorbox.h"
 #include "filekinds.h"
 #include "hintlabel.h"
 #include "messagespane.h"
@@ -17,6 +18,7 @@
 #include "core/iwizardfactory.h"
 #include "dev/devicearg.h"
 #include "qutil/eventmanager.h"
+#include "qutil/ievent.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -24,7 +26,6 @@
 #include <QDragEnterEvent>
 #include <QFileInfo>
 #include <QLabel>
-#include <QMessageBox>
 #include <QMimeData>
 #include <QStatusBar>
 #include <QUrl>
@@ -35,8 +36,8 @@ namespace Workbench {
 
 // Everything after which the project's tree looks different.
 static const char *const projectEvents[] = {
-    "TE.File.Add",         "TE.File.Remove",   "TE.File.Change.Enable",
-    "TE.File.Change.Type", "TE.Option.Change", "TE.Device.Change",
+    "TE.File.Add",      "TE.File.Remove",   "TE.File.Change.Enable", "TE.File.Change.Type",
+    "TE.File.Modified", "TE.Option.Change", "TE.Device.Change",
 };
 
 MainWindow::MainWindow(Standin::Host *services, const Standin::MolkBridge *plugin)
@@ -55,6 +56,7 @@ MainWindow::MainWindow(Standin::Host *services, const Standin::MolkBridge *plugi
     setCentralWidget(documents);
     makePanes();
     makeFileMenu();
+    makeProjectMenu();
     makeOtherMenus();
     statusBar()->addPermanentWidget(projectLabel);
 
@@ -85,38 +87,6 @@ MainWindow::~MainWindow()
 MessagesPane *MainWindow::messages() const
 {
     return messagesPane;
-}
-
-bool MainWindow::openProject(const QString &path, const QString &top, QStringList *errors)
-{
-    QStringList warnings;
-    std::unique_ptr<EdamProject> next = EdamProject::open(path, errors, &warnings);
-    if (!next || !closeViews())
-        return false;
-    if (!top.isEmpty())
-        next->overrideTop(top);
-
-    takeProject(std::move(next));
-    for (const QString &warning : qAsConst(warnings))
-        messagesPane->appendLine("WARNING: " + warning);
-    recentProjects->add(path);
-    return true;
-}
-
-bool MainWindow::openDesign(const QStringList &files, const QString &top)
-{
-    if (!closeViews())
-        return false;
-    takeProject(EdamProject::adHoc(files, top));
-    return true;
-}
-
-bool MainWindow::closeProject()
-{
-    if (!closeViews())
-        return false;
-    takeProject(nullptr);
-    return true;
 }
 
 void MainWindow::openPaths(const QStringList &paths)
@@ -151,28 +121,43 @@ void MainWindow::openPaths(const QStringList &paths)
     }
 }
 
+static SourceView *sourceViewOf(const QList<Core::IView *> &views, const QString &path)
+{
+    for (Core::IView *candidate : views) {
+        auto *source = qobject_cast<SourceView *>(candidate);
+        if (source && source->file() == path)
+            return source;
+    }
+    return nullptr;
+}
+
 void MainWindow::showSource(const QString &path, int line)
 {
     const QString absolute = QFileInfo(path).absoluteFilePath();
-    SourceView *view = nullptr;
-    const QList<Core::IView *> views = documents->views();
-    for (Core::IView *candidate : views) {
-        auto *source = qobject_cast<SourceView *>(candidate);
-        if (source && source->file() == absolute)
-            view = source;
-    }
-
+    SourceView *view = sourceViewOf(documents->views(), absolute);
     if (!view) {
         auto made = std::make_unique<SourceView>();
         QString error;
         if (!made->open(absolute, &error)) {
-            QMessageBox::critical(this, tr("Error"), error);
+            showError(this, error);
             return;
         }
         view = made.release();
     }
     documents->showView(view);
     if (line > 0)
+        view->showLine(line);
+}
+
+// A text that is gone, or has become unfit, stays as it was read.
+void MainWindow::reloadSource(const QString &path)
+{
+    SourceView *view = sourceViewOf(documents->views(), path);
+    if (!view)
+        return;
+    const int line = view->currentLine();
+    QString error;
+    if (view->open(path, &error))
         view->showLine(line);
 }
 
@@ -190,69 +175,9 @@ void MainWindow::openConfiguration(const QString &path)
         recentFiles->remove(path);
 }
 
-// A configuration can't be edited without its design. So without a project the one beside it that
-// names it is opened first.
-void MainWindow::openProjectAround(const QString &configuration)
-{
-    const QDir directory = QFileInfo(configuration).absoluteDir();
-    const QStringList names = directory.entryList({"*.eda.yml", "*.eda.yaml"}, QDir::Files);
-    const QString path = QFileInfo(configuration).absoluteFilePath();
-    for (const QString &name : names) {
-        QStringList errors;
-        std::unique_ptr<EdamProject> candidate =
-            EdamProject::open(directory.filePath(name), &errors);
-        if (!candidate || candidate->file(path).path.isEmpty())
-            continue;
-        messagesPane->appendLine(tr("Opened the project %1, which holds %2.")
-                                     .arg(name, QFileInfo(configuration).fileName()));
-        recentProjects->add(candidate->path());
-        takeProject(std::move(candidate));
-        return;
-    }
-}
-
-void MainWindow::reportProjectErrors(const QString &path, const QStringList &errors)
-{
-    for (const QString &error : errors)
-        messagesPane->appendLine("ERROR: " + error);
-
-    QMessageBox box(QMessageBox::Critical, tr("Error"),
-                    tr("The project %1 can not be opened.").arg(QDir::toNativeSeparators(path)),
-                    QMessageBox::Ok, this);
-    box.setTextFormat(Qt::PlainText);
-    box.setInformativeText(errors.mid(0, 5).join('\n'));
-    if (errors.size() > 5)
-        box.setDetailedText(errors.join('\n'));
-    box.exec();
-}
-
 bool MainWindow::closeViews()
 {
     return documents->closeAllViews();
-}
-
-void MainWindow::takeProject(std::unique_ptr<EdamProject> next)
-{
-    host->setProject(std::move(next));
-    messagesPane->setDesignLog(QStringList());
-    refreshProject();
-}
-
-void MainWindow::refreshProject()
-{
-    const EdamProject *current = host->project();
-    projectDirty = false;
-    projectPanel->showProject(current);
-    closeProjectAction->setEnabled(current != nullptr);
-    refreshTitle();
-
-    if (!current) {
-        projectLabel->setText(tr("No project"));
-        return;
-    }
-    const QString top = current->top();
-    projectLabel->setText(top.isEmpty() ? tr("%1, no top module set").arg(current->name())
-                                        : tr("%1, top module %2").arg(current->name(), top));
 }
 
 void MainWindow::refreshTitle()
@@ -274,7 +199,8 @@ void MainWindow::refreshTitle()
 // Many files may be added in one go, so the tree is built when the event loop turns.
 void MainWindow::handleIEvent(const QUtil::IEvent *event)
 {
-    Q_UNUSED(event)
+    if (event->type() == "TE.File.Modified")
+        reloadSource(event->get("file").toString());
     if (projectDirty)
         return;
     projectDirty = true;
@@ -315,7 +241,7 @@ QString MainWindow::startDirectory() const
 
 void MainWindow::closeEvent(QCloseEvent *event)
 {
-    if (!closeViews()) {
+    if (!leaveProject() || !closeViews()) {
         event->ignore();
         return;
     }

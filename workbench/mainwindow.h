@@ -27,6 +27,7 @@ namespace Workbench {
 
 class HintLabel;
 class MessagesPane;
+class ProjectActions;
 class ProjectPanel;
 class RecentFiles;
 
@@ -59,8 +60,13 @@ public:
     bool openDesign(const QStringList &files, const QString &top);
 
     /// Closes the views and the project.
-    /// \return whether it is closed; false if a view has refused.
+    /// \return whether it is closed; false if a view has refused, or if the user wants to keep what
+    ///         is in memory alone.
     bool closeProject();
+
+    /// Writes the project to the file \a path, an EDAM file, which is its own from then on. The
+    /// user is told of a failure.
+    bool saveProjectAs(const QString &path);
 
     /// Opens files of any kind as a user expects: a project as project; source files as a project
     /// of their own if none is open, else as text; configurations by the plug-in; anything else as
@@ -85,6 +91,7 @@ protected:
 private slots:
     void onOpen();
     void onOpenProject();
+    bool onSaveProjectAs();
     void onAbout();
     void refreshTitle();
 
@@ -93,16 +100,22 @@ private:
 
     void makePanes();
     void makeFileMenu();
+    void makeProjectMenu();
     void makeOtherMenus();
+    void addViewActions(QMenu *menu);
     QAction *addFileAction(const QString &text, const QString &picture,
                            const QKeySequence &shortcut);
     void fillRecentMenu();
     void restoreLayout();
     void storeLayout() const;
 
+    void goToPane(int distance);
+    void goToDocument(int distance);
     bool closeViews();
+    bool leaveProject();
     void takeProject(std::unique_ptr<Standin::EdamProject> next);
     void refreshProject();
+    void reloadSource(const QString &path);
     void runWizard(Core::IWizardFactory *wizard);
     void openConfiguration(const QString &path);
     void openProjectAround(const QString &configuration);
@@ -121,6 +134,8 @@ private:
     QMenu *recentMenu = nullptr;
     QAction *closeAction = nullptr;
     QAction *closeProjectAction = nullptr;
+    QAction *saveProjectAction = nullptr;
+    ProjectActions *projectActions = nullptr;
     QLabel *projectLabel;
     bool projectDirty = false;
 };

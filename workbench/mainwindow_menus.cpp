@@ -6,13 +6,16 @@
 #include "mainwindow.h"
 
 #include "messagespane.h"
+#include "projectactions.h"
 #include "projectpanel.h"
 #include "recentfiles.h"
 #include "version.h"
 
+#include "host/documentarea.h"
 #include "host/host.h"
 
 #include "core/ifilewizardfactory.h"
+#include "core/iview.h"
 
 #include <QAction>
 #include <QApplication>
@@ -67,7 +70,10 @@ void MainWindow::makeFileMenu()
     QAction *quit = addFileAction(tr("&Quit"), QString(), Qt::CTRL + Qt::Key_Q);
     closeAction = addFileAction(tr("&Close"), "close", Qt::CTRL + Qt::Key_W);
     closeProjectAction = addFileAction(tr("Close P&roject"), QString(), QKeySequence());
-    closeProjectAction->setEnabled(false);
+    saveProjectAction =
+        addFileAction(tr("Save Project &As..."), QString(), Qt::CTRL + Qt::SHIFT + Qt::Key_S);
+    for (QAction *action : {closeProjectAction, saveProjectAction})
+        action->setEnabled(false);
 
     // Whatever saves the active view stands behind this one.
     QAction *save = host->proxyAction("Core.Action.Save");
@@ -80,9 +86,10 @@ void MainWindow::makeFileMenu()
     newMenu = menu->addMenu(picture("new"), tr("&New"));
     menu->addAction(open);
     menu->addAction(openProjectAction);
-    recentMenu = menu->addMenu(tr("Open Re&cent"));
+    recentMenu = menu->addMenu(tr("Open Recen&t"));
     menu->addSeparator();
     menu->addAction(save);
+    menu->addAction(saveProjectAction);
     menu->addSeparator();
     menu->addAction(closeAction);
     menu->addAction(closeProjectAction);
@@ -104,20 +111,91 @@ void MainWindow::makeFileMenu()
     connect(closeAction, &QAction::triggered, this,
             [this] { documents->closeView(documents->activeView()); });
     connect(closeProjectAction, &QAction::triggered, this, &MainWindow::closeProject);
+    connect(saveProjectAction, &QAction::triggered, this, &MainWindow::onSaveProjectAs);
     connect(quit, &QAction::triggered, this, &MainWindow::close);
     connect(recentMenu, &QMenu::aboutToShow, this, &MainWindow::fillRecentMenu);
+}
+
+void MainWindow::makeProjectMenu()
+{
+    projectActions = new ProjectActions(host, projectPanel, this);
+    QMenu *menu = menuBar()->addMenu(tr("&Project"));
+    menu->setObjectName("projectMenu");
+    projectActions->fillMenu(menu);
 }
 
 void MainWindow::makeOtherMenus()
 {
     QMenu *view = menuBar()->addMenu(tr("&View"));
-    for (const char *name : {"projectDock", "messagesDock"})
-        view->addAction(findChild<QDockWidget *>(QLatin1String(name))->toggleViewAction());
-    view->addAction(findChild<QToolBar *>("toolBar")->toggleViewAction());
+    addViewActions(view);
+    view->addSeparator();
+    const QVector<QPair<QAction *, QString>> toggles{
+        {findChild<QDockWidget *>("projectDock")->toggleViewAction(), tr("&Project")},
+        {findChild<QDockWidget *>("messagesDock")->toggleViewAction(), tr("&Messages")},
+        {findChild<QToolBar *>("toolBar")->toggleViewAction(), tr("&Tool Bar")}};
+    for (const auto &toggle : toggles) {
+        toggle.first->setText(toggle.second);
+        view->addAction(toggle.first);
+    }
 
     QMenu *help = menuBar()->addMenu(tr("&Help"));
     help->addAction(tr("&About Workbench"), this, &MainWindow::onAbout);
     help->addAction(tr("About &Qt"), qApp, &QApplication::aboutQt);
+}
+
+// Each pane is one stop of the keys that go around, whatever is inside of it.
+void MainWindow::goToPane(int distance)
+{
+    const QVector<QWidget *> panes{projectPanel, documents, messagesPane};
+    int at = 1;
+    for (int i = 0; i < panes.size(); ++i) {
+        if (panes.at(i)->isAncestorOf(focusWidget()) || panes.at(i) == focusWidget())
+            at = i;
+    }
+    for (int step = 1; step <= panes.size(); ++step) {
+        QWidget *pane = panes.at((at + step * distance + panes.size() * 2) % panes.size());
+        if (!pane->isVisible())
+            continue;
+        QWidget *goal = pane == messagesPane ? messagesPane->currentWidget() : pane;
+        if (pane == documents && documents->activeView())
+            goal = documents->activeView();
+        // Where the user has been there before.
+        if (QWidget *last = goal->focusWidget())
+            goal = last;
+        goal->setFocus(Qt::OtherFocusReason);
+        return;
+    }
+}
+
+void MainWindow::goToDocument(int distance)
+{
+    const QList<Core::IView *> views = documents->views();
+    const int at = views.indexOf(documents->activeView());
+    if (at >= 0)
+        documents->showView(views.at((at + distance + views.size()) % views.size()));
+}
+
+void MainWindow::addViewActions(QMenu *menu)
+{
+    const struct
+    {
+        QString text;
+        QKeySequence key;
+        void (MainWindow::*go)(int distance);
+        int distance;
+    } entries[] = {
+        {tr("&Next Document"), Qt::CTRL + Qt::Key_PageDown, &MainWindow::goToDocument, 1},
+        {tr("Pre&vious Document"), Qt::CTRL + Qt::Key_PageUp, &MainWindow::goToDocument, -1},
+        {tr("Next P&ane"), Qt::Key_F6, &MainWindow::goToPane, 1},
+        {tr("Previous Pan&e"), Qt::SHIFT + Qt::Key_F6, &MainWindow::goToPane, -1},
+    };
+    for (const auto &entry : entries) {
+        QAction *action =
+            menu->addAction(entry.text, this, [this, go = entry.go, distance = entry.distance] {
+                (this->*go)(distance);
+            });
+        action->setShortcut(entry.key);
+    }
 }
 
 void MainWindow::refreshWizards()
@@ -125,8 +203,9 @@ void MainWindow::refreshWizards()
     newMenu->clear();
     const auto wizards = host->objects().objects<Core::IWizardFactory>();
     for (Core::IWizardFactory *wizard : wizards) {
-        QAction *action = newMenu->addAction(wizard->icon(), wizard->name() + "...", wizard,
-                                             [this, wizard] { runWizard(wizard); });
+        const QString text = "&" + wizard->name().replace("&", "&&") + "...";
+        QAction *action =
+            newMenu->addAction(wizard->icon(), text, wizard, [this, wizard] { runWizard(wizard); });
         action->setObjectName(wizard->id());
         action->setStatusTip(wizard->description());
         if (wizard == wizards.first())
@@ -185,7 +264,11 @@ void MainWindow::onAbout()
 
 void MainWindow::restoreLayout()
 {
-    resize(QSize(1280, 820).boundedTo(screen()->availableSize()));
+    const QSize room = screen()->availableSize();
+    resize(QSize(1280, 820).boundedTo(room));
+    // A small screen, or one at twice the scale, has no height to spare for an empty list.
+    if (room.height() < 640)
+        findChild<QDockWidget *>("messagesDock")->hide();
     const QSettings settings;
     restoreGeometry(settings.value("window/geometry").toByteArray());
     restoreState(settings.value("window/state").toByteArray());

@@ -43,6 +43,8 @@ MessagesPane::MessagesPane(QWidget *parent)
     log->setMaximumBlockCount(MostLogLines);
     log->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
 
+    // Where room is short, the pages need it more.
+    setMinimumHeight(fontMetrics().height() * 4);
     addTab(problems, tr("Problems"));
     addTab(log, tr("Log"));
 }

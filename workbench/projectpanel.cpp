@@ -3,121 +3,46 @@
 
 #include "projectpanel.h"
 
-#include "filekinds.h"
+#include "projectgroups.h"
+#include "projectoptions.h"
 
 #include "project/edamproject.h"
 
 #include <QDir>
+#include <QHash>
+#include <QScrollBar>
 #include <QSet>
+#include <QTreeWidgetItemIterator>
 
 namespace Workbench {
 
 static constexpr int PathRole = Qt::UserRole;
-
-namespace {
-
-enum Group {
-    ConfigurationGroup,
-    VerilogGroup,
-    SystemVerilogGroup,
-    VhdlGroup,
-    NetlistGroup,
-    IncludeGroup,
-    OtherGroup,
-    GroupCount
-};
-
-} // namespace
-
-static QString groupTitle(int group)
-{
-    switch (group) {
-    case VerilogGroup:
-        return ProjectPanel::tr("Verilog");
-    case SystemVerilogGroup:
-        return ProjectPanel::tr("SystemVerilog");
-    case VhdlGroup:
-        return ProjectPanel::tr("VHDL");
-    case NetlistGroup:
-        return ProjectPanel::tr("Netlists");
-    case IncludeGroup:
-        return ProjectPanel::tr("Include Files");
-    case ConfigurationGroup:
-        return ProjectPanel::tr("Configurations");
-    default:
-        return ProjectPanel::tr("Other Files");
-    }
-}
-
-// The project's word on a file's kind counts, not the file's suffix, except where the project has
-// no word for it.
-static Group groupOf(const TE::DesignFile &file)
-{
-    if (file.data.value("is_include_file").toBool())
-        return IncludeGroup;
-    const FileKind kind = fileKind(file.path);
-    if (kind == FileKind::Netlist)
-        return NetlistGroup;
-    switch (file.type) {
-    case Standin::VerilogKind:
-        return VerilogGroup;
-    case Standin::SystemVerilogKind:
-        return SystemVerilogGroup;
-    case Standin::VhdlKind:
-        return VhdlGroup;
-    default:
-        break;
-    }
-    return kind == FileKind::Configuration ? ConfigurationGroup : OtherGroup;
-}
-
-static FileKind kindOfGroup(int group, const QString &path)
-{
-    switch (group) {
-    case VerilogGroup:
-        return FileKind::Verilog;
-    case SystemVerilogGroup:
-        return FileKind::SystemVerilog;
-    case VhdlGroup:
-        return FileKind::Vhdl;
-    default:
-        return fileKind(path);
-    }
-}
+static constexpr int OptionRole = Qt::UserRole + 1;
 
 static QTreeWidgetItem *makeFileRow(const TE::DesignFile &file, const QDir &directory, int group)
 {
     auto *row = new QTreeWidgetItem;
     row->setText(0, directory.relativeFilePath(file.path));
     row->setToolTip(0, QDir::toNativeSeparators(file.path));
-    row->setIcon(0, QIcon(filePicture(kindOfGroup(group, file.path))));
+    row->setIcon(0, QIcon(groupPicture(group, file.path)));
     row->setData(0, PathRole, file.path);
-    if (!file.enable)
+    if (!file.enable) {
         row->setForeground(0, Qt::gray);
+        row->setToolTip(
+            0, row->toolTip(0) + "\n" + ProjectPanel::tr("Switched off: not in the design"));
+    }
     return row;
 }
 
 static QTreeWidgetItem *makeOptionsRow(const Standin::EdamProject &project)
 {
-    static const struct
-    {
-        const char *option;
-        const char *title;
-    } options[] = {
-        {"TopModule", QT_TRANSLATE_NOOP("Workbench::ProjectPanel", "Top module")},
-        {"Device", QT_TRANSLATE_NOOP("Workbench::ProjectPanel", "Device")},
-        {"Verilog_Standard", QT_TRANSLATE_NOOP("Workbench::ProjectPanel", "Verilog standard")},
-        {"Synthesize_tool", QT_TRANSLATE_NOOP("Workbench::ProjectPanel", "Synthesis tool")},
-        {"IncludePath", QT_TRANSLATE_NOOP("Workbench::ProjectPanel", "Include path")},
-    };
-
     auto *group = new QTreeWidgetItem({ProjectPanel::tr("Options")});
-    for (const auto &entry : options) {
-        QString value = project.option(QLatin1String(entry.option)).toStringList().join(", ");
-        if (value.isEmpty())
-            value = ProjectPanel::tr("not set");
-        auto *row = new QTreeWidgetItem({ProjectPanel::tr(entry.title) + ": " + value});
+    const QVector<ProjectOption> options = projectOptions();
+    for (const ProjectOption &option : options) {
+        const QString value = optionText(project.option(option.name));
+        auto *row = new QTreeWidgetItem({option.title + ": " + value});
         row->setToolTip(0, row->text(0));
+        row->setData(0, OptionRole, option.name);
         group->addChild(row);
     }
     return group;
@@ -130,6 +55,7 @@ ProjectPanel::ProjectPanel(QWidget *parent)
     setHeaderHidden(true);
     setUniformRowHeights(true);
     setTextElideMode(Qt::ElideMiddle);
+    setSelectionMode(ExtendedSelection);
     connect(this, &QTreeWidget::itemActivated, this, &ProjectPanel::onItemActivated);
 }
 
@@ -144,9 +70,77 @@ static QSet<QString> foldedGroups(const QTreeWidget *tree)
     return folded;
 }
 
+// What a row is about, which tells the rows of one tree from one another.
+static QString keyOf(const QTreeWidgetItem *row)
+{
+    const QString path = row->data(0, PathRole).toString();
+    if (!path.isEmpty())
+        return path;
+    const QString option = row->data(0, OptionRole).toString();
+    return option.isEmpty() ? "group " + row->text(0) : "option " + option;
+}
+
+namespace {
+
+// Which rows of a tree are selected and which is current, so that another tree can take it over.
+struct Marks
+{
+    QStringList order; // the keys from the current row to the end, then back from it to the start
+    QSet<QString> selected;
+    int scrolled = 0;
+};
+
+} // namespace
+
+static Marks marksOf(const QTreeWidget *tree)
+{
+    Marks marks;
+    marks.scrolled = tree->verticalScrollBar()->value();
+    QStringList before;
+    bool passed = false;
+    for (QTreeWidgetItemIterator it(const_cast<QTreeWidget *>(tree)); *it; ++it) {
+        passed = passed || *it == tree->currentItem();
+        const QString key = keyOf(*it);
+        if (passed)
+            marks.order.append(key);
+        else
+            before.prepend(key);
+        if ((*it)->isSelected())
+            marks.selected.insert(key);
+    }
+    marks.order = passed ? marks.order + before : QStringList();
+    return marks;
+}
+
+static void applyMarks(const Marks &marks, QTreeWidget *tree)
+{
+    QHash<QString, QTreeWidgetItem *> rows;
+    bool anySelected = false;
+    for (QTreeWidgetItemIterator it(tree); *it; ++it) {
+        const QString key = keyOf(*it);
+        rows.insert(key, *it);
+        if (!marks.selected.contains(key))
+            continue;
+        (*it)->setSelected(true);
+        anySelected = true;
+    }
+    for (const QString &key : marks.order) {
+        QTreeWidgetItem *row = rows.value(key);
+        if (!row)
+            continue;
+        // Without a selection that is left, the user goes on from here.
+        const bool select = !anySelected && !marks.selected.isEmpty();
+        tree->setCurrentItem(
+            row, 0, select ? QItemSelectionModel::ClearAndSelect : QItemSelectionModel::NoUpdate);
+        break;
+    }
+    tree->verticalScrollBar()->setValue(marks.scrolled);
+}
+
 void ProjectPanel::showProject(const Standin::EdamProject *project)
 {
     const QSet<QString> folded = foldedGroups(this);
+    const Marks marks = marksOf(this);
     clear();
     if (!project)
         return;
@@ -155,7 +149,7 @@ void ProjectPanel::showProject(const Standin::EdamProject *project)
     const QDir directory(project->directory());
     const QList<TE::DesignFile> files = project->files();
     for (const TE::DesignFile &file : files) {
-        const Group group = groupOf(file);
+        const ProjectGroup group = groupOf(file);
         rows[group].append(makeFileRow(file, directory, group));
     }
 
@@ -174,13 +168,35 @@ void ProjectPanel::showProject(const Standin::EdamProject *project)
     root->setExpanded(true);
     for (int i = 0; i < root->childCount(); ++i)
         root->child(i)->setExpanded(!folded.contains(root->child(i)->text(0)));
+    applyMarks(marks, this);
+}
+
+QStringList ProjectPanel::selectedFiles() const
+{
+    QStringList paths;
+    for (QTreeWidgetItemIterator it(const_cast<ProjectPanel *>(this),
+                                    QTreeWidgetItemIterator::Selected);
+         *it; ++it) {
+        const QString path = (*it)->data(0, PathRole).toString();
+        if (!path.isEmpty())
+            paths.append(path);
+    }
+    return paths;
+}
+
+QString ProjectPanel::currentOption() const
+{
+    return currentItem() ? currentItem()->data(0, OptionRole).toString() : QString();
 }
 
 void ProjectPanel::onItemActivated(QTreeWidgetItem *item)
 {
     const QString path = item->data(0, PathRole).toString();
+    const QString option = item->data(0, OptionRole).toString();
     if (!path.isEmpty())
         emit fileActivated(path);
+    else if (!option.isEmpty())
+        emit optionActivated(option);
 }
 
 } // namespace Workbench

@@ -224,7 +224,7 @@ void MainWindowTest::aWizardsFileIsOpened()
     QVERIFY(bench.window()->openProject(bench.makeProject("p.eda.yml"), QString(), &errors));
     auto *wizard = bench.window()->findChild<QAction *>("MB.Wizard.MOLK");
     QVERIFY(wizard);
-    QCOMPARE(wizard->text(), "MOLK Config File...");
+    QCOMPARE(wizard->text(), "&MOLK Config File...");
 
     ModalDriver driver;
     driver.expectDialog<QDialog>([](QDialog *dialog) {

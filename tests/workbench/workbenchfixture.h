@@ -11,12 +11,15 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
-#include <functional>
-
+class QTreeWidgetItem;
 class QWidget;
 
 namespace Core {
 class IView;
+}
+
+namespace Workbench {
+class ProjectPanel;
 }
 
 /// A workbench with the real plug-in, with settings and a cache of its own, on a design that is
@@ -40,6 +43,37 @@ public:
 
     /// Writes a project of one Verilog file, its top module, and \a configurations.
     QString makeProject(const QString &name, const QStringList &configurations = QStringList());
+
+    /// Opens a project of the sources "chip.v" and "spare.v", the file "notes.txt" and the
+    /// configuration "a.molk", and that configuration, unmodified. False if that fails.
+    bool openChip();
+
+    /// What the project file of openChip() holds.
+    QByteArray projectText();
+
+    /// The tree of the project.
+    Workbench::ProjectPanel *panel();
+
+    /// The row of the project's tree with the text \a text. A missing one fails the test.
+    QTreeWidgetItem *row(const QString &text);
+
+    /// Makes the window the active one, as a window manager does when a dialog has closed.
+    void activate();
+
+    /// Clicks the row with the text \a text, which gets the focus into the tree.
+    void clickRow(const QString &text, Qt::KeyboardModifiers modifiers = {});
+
+    /// Presses and releases a key in the window, as the keyboard does.
+    void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {});
+
+    /// Walks through the menus by their marked letters: "PKH" is Alt+P, K, H.
+    void menu(const QByteArray &letters);
+
+    /// The questions at the top of the active view, from left to right.
+    QStringList banners();
+
+    /// Answers the one question at the top of the active view by the button "btnA" or "btnB".
+    void answerBanner(const QString &button);
 
     /// The action whose text is \a text, with the ampersands; null if there is none.
     QAction *action(const QString &text);
