@@ -9,6 +9,7 @@
 #include "messagespane.h"
 #include "projectpanel.h"
 #include "recentfiles.h"
+#include "rowkeys.h"
 #include "sourceview.h"
 
 #include "host/host.h"
@@ -66,6 +67,7 @@ MainWindow::MainWindow(Standin::Host *services, const Standin::MolkBridge *plugi
             [this](const QString &path) { openPaths({path}); });
     connect(messagesPane, &MessagesPane::placeActivated, this, &MainWindow::showSource);
 
+    new RowKeys(documents);
     for (const char *name : projectEvents)
         QUtil::EventManager::instance()->subscribe(this, QLatin1String(name));
     host->setMainWindow(this);

@@ -267,7 +267,7 @@ void MainWindow::restoreLayout()
     const QSize room = screen()->availableSize();
     resize(QSize(1280, 820).boundedTo(room));
     // A small screen, or one at twice the scale, has no height to spare for an empty list.
-    if (room.height() < 640)
+    if (room.height() < 560)
         findChild<QDockWidget *>("messagesDock")->hide();
     const QSettings settings;
     restoreGeometry(settings.value("window/geometry").toByteArray());
