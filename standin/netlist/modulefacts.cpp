@@ -26,7 +26,8 @@ bool ModuleFacts::isNet(const RawVariable &variable, const NetShape &shape)
 {
     if (shape.width == 0 || variable.isParameter || variable.isInterface)
         return false;
-    if (variable.isInteger && (variable.isLoopIndex || !variable.isReferenced))
+    const bool isPort = variable.direction != PortDirection::None;
+    if (variable.isInteger && !isPort && (variable.isLoopIndex || !variable.isReferenced))
         return false; // Of a genvar nothing is left but its declaration.
     const qint64 elements = shape.elements();
     return shape.dimensions.isEmpty()

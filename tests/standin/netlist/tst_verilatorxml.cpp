@@ -23,6 +23,7 @@ private slots:
     void languageFeaturesAreKept_data();
     void languageFeaturesAreKept();
     void blackBoxesHaveNoLevel();
+    void portsOfIntegerTypesAreNets();
     void jtagIsFoundInWhatIsElaborated_data();
     void jtagIsFoundInWhatIsElaborated();
     void jtagInVhdlMayBeWrittenInAnyCase_data();
@@ -65,6 +66,16 @@ void TestVerilatorXml::blackBoxesHaveNoLevel()
     QVERIFY(netlist);
     QCOMPARE(netlistLines(*netlist),
              QStringList({"top (top)", "  . a -in -out", "  . b", "  . c"}));
+}
+
+/// Unlike variables of these types, which may be what is left of a loop or a genvar.
+void TestVerilatorXml::portsOfIntegerTypesAreNets()
+{
+    const auto netlist = elaborated("module top (input int a, output integer b); genvar g; int i; "
+                                    "for (g = 0; g < 2; g++) wire w; endmodule");
+    QVERIFY(netlist);
+    QCOMPARE(netlistLines(*netlist).mid(0, 3),
+             QStringList({"top (top)", "  = a[31:0] -out", "  = b[31:0] -in"}));
 }
 
 void TestVerilatorXml::jtagIsFoundInWhatIsElaborated_data()
