@@ -7,6 +7,7 @@
 #include <QSet>
 
 #include <algorithm>
+#include <vector>
 
 namespace Standin {
 
@@ -97,6 +98,42 @@ QStringList DesignGraph::modulesBelow(const QByteArray &top) const
     return names;
 }
 
+QVector<InstanceUse> DesignGraph::closingCircles() const
+{
+    enum State { Unknown, Open, Done };
+    struct Step
+    {
+        int module;
+        int instance;
+    };
+    QVector<InstanceUse> closing;
+    std::vector<State> states(std::size_t(modules.size()), Unknown);
+    std::vector<Step> stack;
+    for (int first = 0; first < modules.size(); ++first) {
+        if (states[std::size_t(first)] == Unknown)
+            stack.push_back({first, 0});
+        while (!stack.empty()) {
+            Step &step = stack.back();
+            const int at = step.module;
+            states[std::size_t(at)] = Open;
+            if (step.instance == modules.at(at).instances.size()) {
+                states[std::size_t(at)] = Done;
+                stack.pop_back();
+                continue;
+            }
+            const InstanceUse &use = modules.at(at).instances.at(step.instance++);
+            const int type = indexOf(use.type);
+            if (type < 0 || type == at)
+                continue;
+            if (states[std::size_t(type)] == Open)
+                closing.append(use);
+            else if (states[std::size_t(type)] == Unknown)
+                stack.push_back({type, 0});
+        }
+    }
+    return closing;
+}
+
 QList<QByteArray> DesignGraph::unknownTypes() const
 {
     QSet<QByteArray> unknown;
@@ -175,7 +212,8 @@ static QByteArray written(const QByteArray &name)
     return plain ? name : '\\' + name + ' ';
 }
 
-static QByteArray stub(const QByteArray &type, const StubShape &shape)
+static QByteArray stub(const QByteArray &type, const StubShape &shape,
+                       const QByteArray &body = QByteArray())
 {
     QList<QByteArray> parameters;
     for (int i = 0; i < shape.positionalParameters.size(); ++i) {
@@ -196,7 +234,7 @@ static QByteArray stub(const QByteArray &type, const StubShape &shape)
     QByteArray text = "module " + written(type);
     if (!parameters.isEmpty())
         text += " #(parameter " + parameters.join(", parameter ") + ')';
-    return text + " (" + ports.join(", ") + "); endmodule\n";
+    return text + " (" + ports.join(", ") + "); " + body + "endmodule\n";
 }
 
 QByteArray stubModules(const DesignGraph &graph)
@@ -216,6 +254,29 @@ QByteArray stubModules(const DesignGraph &graph)
     for (auto it = shapes.begin(); it != shapes.end(); ++it)
         text += stub(it.key(), it.value());
     return text;
+}
+
+QByteArray hollowModule(const DesignGraph &graph, const QByteArray &name)
+{
+    StubShape shape;
+    for (const ScannedModule &module : graph.all()) {
+        for (const InstanceUse &use : module.instances) {
+            if (use.type == name)
+                collect(use, &shape);
+        }
+    }
+    QByteArray body;
+    QSet<QByteArray> taken;
+    const ScannedModule *hollow = graph.find(name);
+    for (const InstanceUse &use : hollow ? hollow->instances : QVector<InstanceUse>()) {
+        // Of branches that exclude each other the first stands for all.
+        const ScannedModule *type = graph.find(use.type);
+        if (!type || type->kind == ScannedModule::Primitive || taken.contains(use.name))
+            continue;
+        taken.insert(use.name);
+        body += written(use.type) + ' ' + written(use.name) + "(); ";
+    }
+    return stub(name, shape, body);
 }
 
 } // namespace Standin

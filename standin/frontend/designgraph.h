@@ -87,6 +87,10 @@ public:
     /// module \a top.
     QStringList modulesBelow(const QByteArray &top) const;
 
+    /// The instantiations by which a module comes to contain itself by way of others. A module that
+    /// instantiates itself is none of them: it mostly does so a few times only.
+    QVector<InstanceUse> closingCircles() const;
+
     /// Types that are instantiated but not declared, sorted.
     QList<QByteArray> unknownTypes() const;
 
@@ -113,5 +117,9 @@ HOST_EXPORT ModuleLists moduleLists(const DesignGraph &graph, const QString &top
 /// Empty modules for the types that \a graph lacks, with the ports and parameters that their
 /// instances use, as Verilog text. All ports are inputs, so that any connection is legal.
 HOST_EXPORT QByteArray stubModules(const DesignGraph &graph);
+
+/// The module \a name as Verilog text with nothing but its instances, which have no connections,
+/// and the ports and parameters that instances of it use.
+HOST_EXPORT QByteArray hollowModule(const DesignGraph &graph, const QByteArray &name);
 
 } // namespace Standin

@@ -196,21 +196,26 @@ bool loadTexts(DesignSources *sources, qint64 longest, QStringList *log)
 {
     // All texts together are held at once, so they are limited together as well.
     qint64 left = 8 * longest;
-    bool complete = true;
+    QVector<SourceFile> loaded;
     for (SourceFile &file : sources->files) {
         // A netlist may be very long, so its reader takes it from the disk itself.
-        if (file.language == SourceFile::YosysNetlist && QFileInfo(file.path).isFile())
+        if (file.language == SourceFile::YosysNetlist && QFileInfo(file.path).isFile()) {
+            loaded.append(file);
             continue;
+        }
         QString error = "the entry has no path";
         if (!file.path.isEmpty())
             file.text = readRegularFile(file.path, std::min(longest, left), &error);
         left -= file.text.size();
-        if (!file.text.isNull())
+        if (!file.text.isNull()) {
+            loaded.append(file);
             continue;
-        complete = false;
+        }
         const QString name = file.path.isEmpty() ? QString("source file") : file.path;
         log->append("ERROR: " + printable(name) + ": " + error);
     }
+    const bool complete = loaded.size() == sources->files.size();
+    sources->files = loaded;
     return complete;
 }
 

@@ -55,7 +55,8 @@ HOST_EXPORT QByteArray verilogStandard(const QString &text);
 /// The two digits of a VHDL standard ("87", "93", "02", "08"); "08" if \a text names none.
 HOST_EXPORT QByteArray vhdlStandard(const QString &text);
 
-/// Reads all files. Only regular files of at most \a longest bytes are read, and nothing blocks.
+/// Reads all files, and takes those that can't be read out of \a sources. Only regular files of at
+/// most \a longest bytes are read, and nothing blocks.
 ///
 /// \param log receives an "ERROR" line for each file that can't be read.
 /// \return true if all were read.

@@ -82,7 +82,7 @@ struct Extraction::Private
     ResultPointer recallFromDisk(const QByteArray &key, const FrontEnd &frontEnd,
                                  Progress &progress);
     ResultPointer readAnew(const DesignSources &sources, const FrontEnd &frontEnd,
-                           Progress &progress);
+                           Progress &progress, const QStringList &messages);
     void elaborate(const FrontEnd &frontEnd, Reading &reading, Result *result, Progress &progress);
     bool load(const FrontEnd &frontEnd, Result *result, Progress &progress);
     void remember(const ResultPointer &result);
@@ -151,13 +151,14 @@ void Extraction::Private::elaborate(const FrontEnd &frontEnd, Reading &reading, 
 }
 
 ResultPointer Extraction::Private::readAnew(const DesignSources &sources, const FrontEnd &frontEnd,
-                                            Progress &progress)
+                                            Progress &progress, const QStringList &messages)
 {
     auto result = std::make_shared<Result>();
     KeptReading &kept = result->kept;
+    kept.messages = messages;
     const std::unique_ptr<Reading> reading = frontEnd.read(sources, tools, progress);
     kept.lists = reading->scan(&kept.messages);
-    if (!progress.isCancelled() && !hasErrors(kept.messages))
+    if (!progress.isCancelled())
         elaborate(frontEnd, *reading, result.get(), progress);
     if (progress.isCancelled() || hasErrors(kept.messages))
         return result;
@@ -190,17 +191,21 @@ void Extraction::Private::remember(const ResultPointer &result)
 ResultPointer Extraction::Private::read(DesignSources *sources, Progress &progress)
 {
     auto refused = std::make_shared<Result>();
-    if (!loadTexts(sources, tools.options().sourceBytes, &refused->kept.messages))
+    QStringList &unreadable = refused->kept.messages;
+    loadTexts(sources, tools.options().sourceBytes, &unreadable);
+    if (sources->files.isEmpty() && !unreadable.isEmpty())
         return refused;
     for (const std::unique_ptr<FrontEnd> &frontEnd : frontEnds()) {
         if (!frontEnd->accepts(*sources))
             continue;
+        if (!unreadable.isEmpty())
+            return readAnew(*sources, *frontEnd, progress, unreadable);
         const QByteArray key = readingKey(*sources, *frontEnd, tools);
         ResultPointer result = recall(key);
         if (!result)
             result = recallFromDisk(key, *frontEnd, progress);
         if (!result)
-            return readAnew(*sources, *frontEnd, progress);
+            return readAnew(*sources, *frontEnd, progress, QStringList());
         result->key = key;
         return result;
     }

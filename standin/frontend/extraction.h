@@ -71,8 +71,9 @@ public:
     ///        all modules; to nothing if there is no such module.
     /// \param messages set to the log. Lines that report an error have the form
     ///        "ERROR: file:line:column: text", as far as a place is known, others begin with
-    ///        "WARNING: " or "INFO: ". If there is any error, no netlist can be had. A call that
-    ///        the user cancels ends with the line "ERROR: cancelled".
+    ///        "WARNING: " or "INFO: ". Errors don't keep the rest of the design from being read:
+    ///        the netlist then lacks what they are in. A call that the user cancels ends with
+    ///        the line "ERROR: cancelled".
     /// \param parent parent of the progress dialog; may be null.
     void catchModules(QStringList &topModules, QStringList &modules, QStringList &messages,
                       const QMap<QString, QVariant> &info, QWidget *parent);
@@ -81,8 +82,9 @@ public:
     ///
     /// \param netlist set to a new netlist that the caller owns; never null, and its top never
     /// null.
-    ///        If there is nothing to deliver (errors, no unique top, cancelled), the top has the
-    ///        name of the top module as far as it is known, else "", and nothing below.
+    ///        If there is nothing to deliver (no unique top, a top that can't be read at all,
+    ///        cancelled), the top has the name of the top module as far as it is known, else "",
+    ///        and nothing below.
     /// \param log set to the messages of catchModules(), followed by those of this call.
     /// \param parent parent of the progress dialog; may be null.
     void catchNets(FATHOM::RtlNetlist **netlist, QStringList &log, QWidget *parent);

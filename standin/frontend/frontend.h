@@ -41,7 +41,7 @@ public:
 
     /// Finds the modules. Comes first.
     ///
-    /// \param log receives what was noticed; with an "ERROR" line there is nothing to elaborate.
+    /// \param log receives what was noticed.
     /// \return the lists for the top module of the sources, as complete as can be in spite of
     /// errors.
     virtual ModuleLists scan(QStringList *log) = 0;
@@ -50,8 +50,8 @@ public:
     ///
     /// \param top may be empty: then the sources are only checked, and there is no artifact.
     /// \param log receives what was noticed.
-    /// \return true if \a artifact was set; else \a log has an "ERROR" line, unless \a top is
-    /// empty.
+    /// \return true if \a artifact was set, which in spite of errors holds what can be read; else
+    /// \a log has an "ERROR" line, unless \a top is empty.
     virtual bool elaborate(const QString &top, Artifact *artifact, QStringList *log) = 0;
 
     /// Files read besides the sources.

@@ -63,41 +63,77 @@ QString prefix(bool isError)
     return QLatin1String(isError ? "ERROR: " : "WARNING: ");
 }
 
-/// "file:line:column: text" with the real file, or the text alone if no place is given.
-QString placed(const QString &message, const DirectoryFarm &farm)
-{
-    static const QRegularExpression shape("\\A(.+?):([0-9]+):(?:([0-9]+):)? ?(.*)\\z",
-                                          QRegularExpression::DotMatchesEverythingOption);
-    const QRegularExpressionMatch match = shape.match(message);
-    if (!match.hasMatch())
-        return message;
-    const QString real = farm.realPath(match.captured(1));
-    // A place in a file of ours means nothing to the reader.
-    if (real.isNull())
-        return match.captured(4);
-    const QString column = match.captured(3);
-    return printable(real) + ':' + match.captured(2) + (column.isEmpty() ? QString() : ':' + column)
-        + ": " + match.captured(4);
-}
-
 } // namespace
 
-QStringList rewriteVerilatorLog(const QByteArray &text, const DirectoryFarm &farm)
+static ToolMessage readMessage(QString text)
+{
+    // Verilator gives up with such a message, and names the place in its own text besides ours.
+    static const QLatin1String internalError("Internal Error: ");
+    static const QRegularExpression ownPlace("\\A\\.\\./[A-Za-z0-9_]+\\.(?:cpp|h|y|l):[0-9]+: ");
+    static const QRegularExpression shape("\\A(.+?):([0-9]+):(?:([0-9]+):)? ?(.*)\\z",
+                                          QRegularExpression::DotMatchesEverythingOption);
+    ToolMessage message;
+    message.isInternal = text.startsWith(internalError);
+    if (message.isInternal)
+        text.remove(0, internalError.size());
+    const bool hasPlace = !message.isInternal || !text.contains(ownPlace);
+    const QRegularExpressionMatch match = shape.match(text);
+    if (hasPlace && match.hasMatch()) {
+        message.file = match.captured(1);
+        message.line = match.captured(2).toInt();
+        message.column = match.captured(3).toInt();
+        text = match.captured(4);
+    }
+    message.text = message.isInternal ? "internal error: " + text.remove(ownPlace) : text;
+    return message;
+}
+
+QVector<ToolMessage> readVerilatorLog(const QByteArray &text)
 {
     static const QRegularExpression shape("\\A%(Error|Warning)(?:-([A-Z0-9_]+))?: (.*)\\z");
-    LogLines lines;
+    static const char *const hints[] = {"Exiting due to", "Command Failed", "Cannot continue",
+                                        "See the manual at"};
+    QVector<ToolMessage> messages;
     const auto rawLines = text.split('\n');
     for (const QByteArray &raw : rawLines) {
         const QRegularExpressionMatch match = shape.match(QString::fromUtf8(raw).trimmed());
         if (raw.startsWith(' ') || !match.hasMatch())
             continue;
-        const QString message = match.captured(3);
-        if (message.startsWith("Exiting due to") || message.startsWith("Command Failed"))
+        ToolMessage message = readMessage(match.captured(3));
+        const bool isHint = std::any_of(std::begin(hints), std::end(hints), [&](const char *hint) {
+            return message.text.startsWith(QLatin1String(hint));
+        });
+        if (isHint || message.text.startsWith("This may be because there's no search path"))
             continue;
-        const bool isError = match.captured(1) == "Error";
-        lines.add(prefix(isError) + placed(message, farm));
+        message.isError = match.captured(1) == "Error";
+        message.code = match.captured(2).toLatin1();
+        messages.append(message);
     }
+    return messages;
+}
+
+QString logLine(const ToolMessage &message, const DirectoryFarm &farm)
+{
+    const QString real = farm.realPath(message.file);
+    // A place in a file of ours means nothing to the reader.
+    if (message.file.isEmpty() || real.isNull())
+        return prefix(message.isError) + message.text;
+    const QString column = message.column > 0 ? ':' + QString::number(message.column) : QString();
+    return prefix(message.isError) + printable(real) + ':' + QString::number(message.line) + column
+        + ": " + message.text;
+}
+
+QStringList logLines(const QVector<ToolMessage> &messages, const DirectoryFarm &farm)
+{
+    LogLines lines;
+    for (const ToolMessage &message : messages)
+        lines.add(logLine(message, farm));
     return lines.result();
+}
+
+QStringList rewriteVerilatorLog(const QByteArray &text, const DirectoryFarm &farm)
+{
+    return logLines(readVerilatorLog(text), farm);
 }
 
 QStringList rewriteGhdlLog(const QByteArray &text, const DirectoryFarm &farm, bool failed)

@@ -8,6 +8,7 @@
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
+#include <QVector>
 
 namespace Standin {
 
@@ -15,6 +16,28 @@ class DirectoryFarm;
 
 /// Most lines that one tool run adds to the log; the number of those left out is said.
 constexpr int MaximumLogLines = 1000;
+
+/// One message of a tool, as it wrote it.
+struct ToolMessage
+{
+    bool isError = false;
+    bool isInternal = false; ///< The tool gave up.
+    QByteArray code;         ///< As in "PINNOTFOUND"; mostly empty.
+    QString file;            ///< Private name; empty if there is no place.
+    int line = 0;
+    int column = 0; ///< From 1; 0 if it isn't known.
+    QString text;
+};
+
+/// The messages in what Verilator wrote, without quotations of the source, hints and totals.
+HOST_EXPORT QVector<ToolMessage> readVerilatorLog(const QByteArray &text);
+
+/// "ERROR: file:line:column: text" or "WARNING: ...", with the real path of the file. A place in a
+/// file of ours is left out.
+HOST_EXPORT QString logLine(const ToolMessage &message, const DirectoryFarm &farm);
+
+/// The lines of \a messages, without repetitions.
+HOST_EXPORT QStringList logLines(const QVector<ToolMessage> &messages, const DirectoryFarm &farm);
 
 /// Turns what Verilator wrote into lines "ERROR: file:line:column: text" and "WARNING: ...", with
 /// the real paths of files. Quotations of the source, hints and totals are left out, and so is

@@ -6,6 +6,7 @@
 #include "frontend/verilogtokens.h"
 
 #include <QHash>
+#include <QSet>
 
 namespace Standin {
 
@@ -33,6 +34,7 @@ private:
 
     VerilogTokens tokens;
     QByteArray result;
+    QSet<QByteArray> covergroups;
     QHash<QByteArray, bool> exhausted; ///< End words that don't come any more.
 };
 
@@ -60,11 +62,12 @@ int CheckRemover::step(int i)
     {
         const char *begin;
         const char *end;
-    } blocks[] = {{"covergroup", "endgroup"},
-                  {"property", "endproperty"},
-                  {"sequence", "endsequence"},
-                  {"checker", "endchecker"},
-                  {"clocking", "endclocking"}};
+    } blocks[] = {{"covergroup", "endgroup"},  {"property", "endproperty"},
+                  {"sequence", "endsequence"}, {"checker", "endchecker"},
+                  {"clocking", "endclocking"}, {"config", "endconfig"}};
+
+    if (tokens.isWord(i) && tokens.isWord(i + 1) && covergroups.contains(tokens.text(i)))
+        return removeToSemicolon(i);
 
     if (tokens.at(i).kind != VerilogToken::Keyword)
         return i + 1;
@@ -80,8 +83,11 @@ int CheckRemover::step(int i)
     if (tokens.is(i, "let") && tokens.isWord(i + 1))
         return removeToSemicolon(i);
     for (const auto &block : blocks) {
-        if (tokens.is(i, block.begin) && tokens.isWord(i + 1))
+        if (tokens.is(i, block.begin) && tokens.isWord(i + 1)) {
+            if (tokens.is(i, "covergroup"))
+                covergroups.insert(tokens.text(i + 1));
             return removeBlock(i, block.end);
+        }
         if (tokens.is(i, block.begin) && tokens.is(i, "clocking") && tokens.is(i + 1, '@'))
             return removeBlock(i, block.end);
     }

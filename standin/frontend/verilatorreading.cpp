@@ -6,7 +6,8 @@
 #include "frontend/progress.h"
 #include "frontend/toolbox.h"
 #include "frontend/toollog.h"
-#include "frontend/verificationcode.h"
+#include "frontend/verilogdialect.h"
+#include "frontend/verilogscanner.h"
 #include "frontend/verilogtext.h"
 
 #include <QFileInfo>
@@ -47,10 +48,28 @@ PreprocessedText VerilatorReading::preprocess()
     other.definesVerilator = true;
     PreprocessedText second = preprocessor.run(other);
     if (!second.complete)
-        return plain;
+        return withoutEndlessSources(plain);
     variant = other;
     second.log.append("WARNING: the sources are read with the macro VERILATOR defined");
     return second;
+}
+
+/// Mends the sources that swallow those behind them. Their errors stay in the log.
+PreprocessedText VerilatorReading::withoutEndlessSources(PreprocessedText text)
+{
+    QStringList log;
+    for (int source = preprocessor.mend(text.messages, &variant);
+         source >= 0 && !progress.isCancelled();
+         source = preprocessor.mend(text.messages, &variant)) {
+        for (const ToolMessage &message : qAsConst(text.messages)) {
+            if (message.isError && message.file == preprocessor.privateName(source))
+                log.append(logLine(message, farm));
+        }
+        text = preprocessor.run(variant);
+    }
+    log.removeDuplicates();
+    text.log = log + text.log;
+    return text;
 }
 
 ModuleLists VerilatorReading::scan(QStringList *log)
@@ -67,122 +86,6 @@ ModuleLists VerilatorReading::scan(QStringList *log)
         ghdl.analyse(log);
     }
     return moduleLists(design, sources.top);
-}
-
-bool VerilatorReading::isVhdlTop(const QString &top) const
-{
-    const ScannedModule *module = design.find(top.toUtf8());
-    return module && module->isVhdl;
-}
-
-/// The values that an instance in Verilog gives to generics. Only plain numbers and strings can be
-/// carried over; other generics keep their defaults.
-QVector<Setting> VerilatorReading::genericsOf(const ScannedModule &entity, const InstanceUse &use,
-                                              QStringList *log) const
-{
-    QVector<Setting> generics;
-    for (int i = 0; i < use.parameters.size(); ++i) {
-        const ConnectionUse &parameter = use.parameters.at(i);
-        const QByteArray name =
-            parameter.name.isEmpty() ? entity.parameters.value(i) : parameter.name;
-        QByteArray value = parameter.value;
-        bool isNumber = false;
-        value.toLongLong(&isNumber);
-        if (value.startsWith('"') && value.size() >= 2)
-            value = value.mid(1, value.size() - 2);
-        else if (!isNumber)
-            value.clear();
-        if (name.isEmpty() || value.isEmpty())
-            log->append("WARNING: the instance \"" + QString::fromUtf8(use.name)
-                        + "\" gives a generic of \"" + QString::fromUtf8(entity.name)
-                        + "\" a value that is no plain number; the default stays");
-        else
-            generics.append({QString::fromUtf8(name), QString::fromUtf8(value)});
-    }
-    return generics;
-}
-
-/// Gives the module that begins in \a text the name \a calledAs and parameters that do nothing, so
-/// that instances in Verilog, which know neither VHDL's case nor that generics have been settled,
-/// fit.
-static QByteArray adaptHeader(const QByteArray &text, const ScannedModule &module,
-                              const QByteArray &calledAs, const InstanceUse *use)
-{
-    const QByteArray old = "module " + module.name;
-    if (text.mid(int(module.begin), old.size()) != old)
-        return text;
-    QByteArray header = "module " + calledAs;
-    QList<QByteArray> parameters;
-    if (use) {
-        for (int i = 0; i < use->parameters.size(); ++i) {
-            const QByteArray name = use->parameters.at(i).name;
-            parameters.append((name.isEmpty() ? "molk_generic" + QByteArray::number(i) : name)
-                              + " = 0");
-        }
-    }
-    if (!parameters.isEmpty())
-        header += " #(parameter " + parameters.join(", parameter ") + ')';
-    QByteArray adapted = text;
-    return adapted.replace(int(module.begin), old.size(), header);
-}
-
-bool VerilatorReading::addEntity(const QByteArray &entity, const InstanceUse *use,
-                                 const QString &calledAs, Artifact *artifact, QStringList *log)
-{
-    const ScannedModule *scanned = design.find(entity);
-    SynthesizedEntity result;
-    const QVector<Setting> generics = use ? genericsOf(*scanned, *use, log) : sources.generics;
-    if (!ghdl.synthesize(scanned->name, generics, &result, log))
-        return false;
-    const ScannedModule *module = nullptr;
-    for (const ScannedModule &candidate : result.graph.all()) {
-        if (candidate.name.compare(scanned->name, Qt::CaseInsensitive) == 0)
-            module = &candidate;
-    }
-    const QByteArray wanted = use ? use->type : calledAs.toUtf8();
-    if (module) {
-        result.text = adaptHeader(result.text, *module, wanted, use);
-        // A top is known by the name that it was asked for.
-        artifact->sourceNames.insert(QString::fromUtf8(wanted),
-                                     use ? QString::fromUtf8(scanned->name) : calledAs);
-    }
-    for (auto it = result.sourceNames.begin(); it != result.sourceNames.end(); ++it) {
-        if (!artifact->sourceNames.contains(it.key()))
-            artifact->sourceNames.insert(it.key(), it.value());
-    }
-    for (const ScannedModule &other : result.graph.all()) {
-        ScannedModule part = other;
-        if (module && part.name == module->name)
-            part.name = wanted;
-        translated.add(part);
-    }
-    const QString file = QString("vhdl%1.v").arg(translatedFiles.size() + 1);
-    translatedFiles.append(file);
-    return farm.write(file, result.text);
-}
-
-/// Translates the entities that are the top or that Verilog modules below the top instantiate.
-bool VerilatorReading::translateVhdl(const QString &top, Artifact *artifact, QStringList *log)
-{
-    if (isVhdlTop(top) && !addEntity(top.toUtf8(), nullptr, top, artifact, log))
-        return false;
-    QHash<QByteArray, QVector<ConnectionUse>> done;
-    const auto names = design.modulesBelow(top.toUtf8());
-    for (const QString &name : names) {
-        const ScannedModule *module = design.find(name.toUtf8());
-        if (module->isVhdl)
-            continue;
-        for (const InstanceUse &use : module->instances) {
-            const ScannedModule *type = design.find(use.type);
-            if (!type || !type->isVhdl || done.contains(use.type))
-                continue;
-            done.insert(use.type, use.parameters);
-            if (!addEntity(type->name, &use, QString(), artifact, log))
-                return false;
-        }
-    }
-    artifact->vhdlFiles = translatedFiles;
-    return true;
 }
 
 /// Only parameters that the top has may be given, or the tool refuses them all.
@@ -207,7 +110,12 @@ QStringList VerilatorReading::arguments(const QString &top) const
               << "-Wno-style"
               << "-Wno-BLKLOOPINIT"
               << "-Wno-CONTASSREG"
-              << "-Wno-IMPURE";
+              << "-Wno-IMPURE"
+              << "-Wwarn-PROCASSWIRE"
+              << "-Wwarn-ASSIGNIN"
+              // Of a generate loop it takes sixteen times as many rounds.
+              << "--unroll-count"
+              << "1024";
     arguments << QLatin1String(leavesOutChecks ? "--timing" : "--no-timing") << "--error-limit"
               << "1000";
     arguments << "--Mdir"
@@ -217,12 +125,19 @@ QStringList VerilatorReading::arguments(const QString &top) const
     return arguments << parametersOf(top) << designFile << translatedFiles << stubFile();
 }
 
-VerilatorReading::Attempt VerilatorReading::run(const QString &top)
+/// The preprocessed text as it is to be read now.
+QByteArray VerilatorReading::designText() const
+{
+    return leavesOutChecks ? inPlainDialect(preprocessed.text) : preprocessed.text;
+}
+
+VerilatorReading::Attempt VerilatorReading::run(const QString &top, const QByteArray &text)
 {
     progress.enterStage(
         QLatin1String(top.isEmpty() ? "Checking the sources" : "Elaborating the design"));
     Attempt attempt;
-    DesignGraph all = preprocessed.graph;
+    const bool isWhole = text.constData() == preprocessed.text.constData();
+    DesignGraph all = isWhole ? preprocessed.graph : scanVerilog(text);
     for (const ScannedModule &module : translated.all())
         all.add(module);
     // VHDL entities that aren't needed have no text, and need no stub either.
@@ -232,15 +147,14 @@ VerilatorReading::Attempt VerilatorReading::run(const QString &top)
     command.arguments = arguments(top);
     command.directory = farm.path();
     command.errorFile = farm.filePath("elaboration.log");
-    const QByteArray text =
-        leavesOutChecks ? withoutVerificationCode(preprocessed.text) : preprocessed.text;
     if (!farm.write(designFile, text) || !farm.write(stubFile(), stubs)) {
         attempt.log.append("ERROR: the directory for temporary files can't be written");
         return attempt;
     }
     farm.write("elaboration.log", QByteArray());
     attempt.result = tools.run(command, progress);
-    attempt.log = rewriteVerilatorLog(farm.read("elaboration.log", longestLog), farm);
+    attempt.messages = readVerilatorLog(farm.read("elaboration.log", longestLog));
+    attempt.log = logLines(attempt.messages, farm);
     if (attempt.result.succeeded())
         attempt.log = asWarnings(attempt.log);
     else if (attempt.result.outcome == ToolOutcome::Cancelled)
@@ -249,83 +163,6 @@ VerilatorReading::Attempt VerilatorReading::run(const QString &top)
         attempt.log.append("ERROR: "
                            + describeFailure(command.program, attempt.result, tools.limits()));
     return attempt;
-}
-
-bool VerilatorReading::isReported(int source, const QStringList &log) const
-{
-    const QString prefix = "ERROR: " + printable(sources.files.at(source).path) + ':';
-    return std::any_of(log.begin(), log.end(),
-                       [&](const QString &line) { return line.startsWith(prefix); });
-}
-
-/// Reads the design without what only checks it, which is where front ends lag behind the language,
-/// and with waits in processes.
-bool VerilatorReading::retryWithoutChecks(const QString &top, Attempt *attempt, QStringList *log)
-{
-    leavesOutChecks = true;
-    const Attempt second = run(top);
-    if (!second.result.succeeded())
-        return false;
-    *attempt = second;
-    log->append("WARNING: assertions and coverage are left out, as they can't be read");
-    return true;
-}
-
-/// Reads Verilog files with errors by the other keywords: the old ones if nothing was said, all of
-/// them if a standard was named.
-bool VerilatorReading::retryWithOtherKeywords(const QString &top, Attempt *attempt,
-                                              QStringList *log)
-{
-    VerilogVariant other = variant;
-    QStringList names;
-    for (int i = 0; i < sources.files.size(); ++i) {
-        const SourceFile::Language language = sources.files.at(i).language;
-        const bool mayChange = language == SourceFile::Verilog
-            || (language == SourceFile::SystemVerilog && !variant.keywords.at(i).isEmpty());
-        if (!mayChange || !isReported(i, attempt->log))
-            continue;
-        other.keywords[i] = variant.keywords.at(i).isEmpty() ? "1364-2005" : "";
-        names.append(printable(sources.files.at(i).path));
-    }
-    if (names.isEmpty())
-        return false;
-    const VerilogVariant oldVariant = variant;
-    const PreprocessedText old = preprocessed;
-    variant = other;
-    preprocessed = preprocessor.run(variant);
-    if (preprocessed.complete) {
-        const Attempt second = run(top);
-        if (second.result.succeeded()) {
-            *attempt = second;
-            for (const QString &name : qAsConst(names))
-                log->append("WARNING: " + name + ": read by the keywords of another standard");
-            return true;
-        }
-    }
-    variant = oldVariant;
-    preprocessed = old;
-    return false;
-}
-
-bool VerilatorReading::retryAsVerilator(const QString &top, Attempt *attempt, QStringList *log)
-{
-    if (variant.definesVerilator)
-        return false;
-    VerilogVariant other = variant;
-    other.definesVerilator = true;
-    const PreprocessedText old = preprocessed;
-    preprocessed = preprocessor.run(other);
-    // Without code that depends on the macro the same errors would come again.
-    if (preprocessed.complete && preprocessed.text != old.text) {
-        const Attempt second = run(top);
-        if (second.result.succeeded()) {
-            *attempt = second;
-            log->append("WARNING: the sources are read with the macro VERILATOR defined");
-            return true;
-        }
-    }
-    preprocessed = old;
-    return false;
 }
 
 bool VerilatorReading::elaborate(const QString &top, Artifact *artifact, QStringList *log)
@@ -337,15 +174,20 @@ bool VerilatorReading::elaborate(const QString &top, Artifact *artifact, QString
                     + "\" can't be elaborated by its name");
         return false;
     }
+    // Without any text there was an error before that, and no other would say more.
+    if (design.isEmpty() && !preprocessed.complete)
+        return false;
     if (sources.has(SourceFile::Vhdl) && !top.isEmpty() && !translateVhdl(top, artifact, log))
         return false;
 
-    Attempt attempt = run(top);
-    const bool mayRetry =
-        !attempt.result.succeeded() && attempt.result.outcome == ToolOutcome::Finished;
+    Attempt attempt = run(top, designText());
+    const bool mayRetry = !attempt.result.succeeded()
+        && (attempt.result.outcome == ToolOutcome::Finished
+            || attempt.result.outcome == ToolOutcome::Crashed);
     if (mayRetry && !retryWithoutChecks(top, &attempt, log)
-        && !retryWithOtherKeywords(top, &attempt, log))
-        retryAsVerilator(top, &attempt, log);
+        && !retryWithOtherKeywords(top, &attempt, log) && !retryAsVerilator(top, &attempt, log)
+        && !top.isEmpty())
+        repair(top, &attempt);
     *log += attempt.log;
     if (!attempt.result.succeeded() || top.isEmpty())
         return false;

@@ -6,10 +6,13 @@
 #include "frontend/directoryfarm.h"
 #include "frontend/frontend.h"
 #include "frontend/ghdlstage.h"
+#include "frontend/toollog.h"
 #include "frontend/toolrunner.h"
 #include "frontend/verilogpreprocessor.h"
 
 namespace Standin {
+
+class DesignRepair;
 
 /// The steps of VerilatorFrontEnd for one design.
 class VerilatorReading : public Reading
@@ -29,22 +32,28 @@ private:
     struct Attempt
     {
         ToolResult result;
+        QVector<ToolMessage> messages;
         QStringList log;
     };
 
     PreprocessedText preprocess();
+    PreprocessedText withoutEndlessSources(PreprocessedText text);
     bool isVhdlTop(const QString &top) const;
     bool translateVhdl(const QString &top, Artifact *artifact, QStringList *log);
     bool addEntity(const QByteArray &entity, const InstanceUse *use, const QString &calledAs,
                    Artifact *artifact, QStringList *log);
     QVector<Setting> genericsOf(const ScannedModule &entity, const InstanceUse &use,
                                 QStringList *log) const;
-    Attempt run(const QString &top);
+    QByteArray designText() const;
+    Attempt run(const QString &top, const QByteArray &text);
     QStringList arguments(const QString &top) const;
     QStringList parametersOf(const QString &top) const;
     bool retryWithoutChecks(const QString &top, Attempt *attempt, QStringList *log);
     bool retryWithOtherKeywords(const QString &top, Attempt *attempt, QStringList *log);
     bool retryAsVerilator(const QString &top, Attempt *attempt, QStringList *log);
+    void repair(const QString &top, Attempt *attempt);
+    bool breakCircles(DesignRepair *repair, QStringList *log) const;
+    Attempt isolateCrash(const QString &top, DesignRepair *repair, QStringList *errors);
     bool isReported(int source, const QStringList &log) const;
 
     DesignSources sources;

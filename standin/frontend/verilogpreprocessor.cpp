@@ -7,6 +7,7 @@
 #include "frontend/progress.h"
 #include "frontend/toolbox.h"
 #include "frontend/toollog.h"
+#include "frontend/verilogdialect.h"
 #include "frontend/verilogscanner.h"
 #include "frontend/verilogtext.h"
 
@@ -46,6 +47,20 @@ static QByteArray defineLine(const Setting &define)
     return "`define " + (define.name + ' ' + define.value).toUtf8() + '\n';
 }
 
+static QByteArray mended(const QByteArray &text, const SourceMend &mend)
+{
+    if (mend.isLeftOut)
+        return QByteArray();
+    if (mend.emptyLines.isEmpty())
+        return text + mend.tail;
+    QList<QByteArray> lines = text.split('\n');
+    for (int line : mend.emptyLines) {
+        if (line <= lines.size())
+            lines[line - 1].clear();
+    }
+    return lines.join('\n') + mend.tail;
+}
+
 /// The source as the preprocessor gets it. What is added stands ahead of the `line directive or
 /// behind the text, so that places in messages stay right.
 QByteArray VerilogPreprocessor::copyOf(int index, const VerilogVariant &variant) const
@@ -62,7 +77,9 @@ QByteArray VerilogPreprocessor::copyOf(int index, const VerilogVariant &variant)
     QByteArray text = file.text;
     if (text.startsWith("\xEF\xBB\xBF"))
         text.remove(0, 3);
-    copy += maskVerilogPragmas(text);
+    text = maskVerilogPragmas(maskForeignDirectives(text));
+    const auto mend = variant.mends.constFind(index);
+    copy += mend == variant.mends.constEnd() ? text : mended(text, *mend);
     copy += '\n';
     if (!keywords.isEmpty())
         copy += "`end_keywords\n";
@@ -89,6 +106,44 @@ QStringList VerilogPreprocessor::arguments(const VerilogVariant &variant) const
     for (const QString &name : includeNames)
         arguments << "+incdir+" + name;
     return arguments;
+}
+
+/// Conditions, comments and arguments that a source doesn't end go on through all that follow.
+static bool isEndless(const ToolMessage &message)
+{
+    return message.isError
+        && (message.text.startsWith("EOF in") || message.text.contains("not terminated at EOF")
+            || message.text.contains("with no matching `if"));
+}
+
+int VerilogPreprocessor::mend(const QVector<ToolMessage> &messages, VerilogVariant *variant) const
+{
+    const auto endless =
+        std::find_if(messages.begin(), messages.end(), [&](const ToolMessage &message) {
+            return isEndless(message) && names.contains(message.file)
+                && !variant->mends.value(names.indexOf(message.file)).isLeftOut;
+        });
+    if (endless == messages.end())
+        return -1;
+    const int source = names.indexOf(endless->file);
+    SourceMend &mend = variant->mends[source];
+    // The first error of a source whose arguments don't end is where they begin.
+    const auto first =
+        std::find_if(messages.begin(), messages.end(), [&](const ToolMessage &message) {
+            return message.isError && message.file == endless->file;
+        });
+    if (endless->text.contains("not terminated at EOF"))
+        mend.tail += "\n`endif\n";
+    else if (endless->text.contains("comment"))
+        mend.tail += "*/";
+    else if (endless->text.contains("with no matching `if"))
+        mend.emptyLines.insert(endless->line);
+    else if (first->line > 0 && !isEndless(*first))
+        mend.emptyLines.insert(first->line);
+    else
+        mend.isLeftOut = true;
+    mend.isLeftOut = mend.isLeftOut || ++mend.rounds > 16;
+    return source;
 }
 
 PreprocessedText VerilogPreprocessor::run(const VerilogVariant &variant)
@@ -125,10 +180,11 @@ PreprocessedText VerilogPreprocessor::run(const VerilogVariant &variant)
     runBeside([&] {
         const QByteArray raw = farm.read("preprocessed.v", longestText);
         result.included = includedFiles(raw, farm);
-        result.text = stripComments(raw);
+        result.text = withPackagesFirst(stripComments(raw));
         result.graph = scanVerilog(result.text);
     });
-    result.log += rewriteVerilatorLog(farm.read("preprocessor.log", longestText), farm);
+    result.messages = readVerilatorLog(farm.read("preprocessor.log", longestText));
+    result.log += logLines(result.messages, farm);
     if (!run.succeeded() && !hasErrors(result.log))
         result.log.append("ERROR: " + describeFailure(command.program, run, tools.limits()));
     result.complete = run.succeeded();

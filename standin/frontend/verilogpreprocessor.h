@@ -7,8 +7,10 @@
 
 #include "frontend/designgraph.h"
 #include "frontend/designsources.h"
+#include "frontend/toollog.h"
 
 #include <QByteArray>
+#include <QSet>
 #include <QStringList>
 #include <QVector>
 
@@ -18,11 +20,21 @@ class DirectoryFarm;
 class Progress;
 class ToolBox;
 
+/// How a source is changed that would swallow those behind it.
+struct SourceMend
+{
+    int rounds = 0;
+    QSet<int> emptyLines; ///< Numbers of lines, from 1.
+    QByteArray tail;      ///< Comes behind the text.
+    bool isLeftOut = false;
+};
+
 /// In which way Verilog files are read.
 struct VerilogVariant
 {
     bool definesVerilator = false;
     QVector<QByteArray> keywords; ///< Of each source: a standard for `begin_keywords, or empty.
+    QHash<int, SourceMend> mends; ///< By source.
 };
 
 /// All Verilog sources as one text without macros and comments.
@@ -32,7 +44,8 @@ struct PreprocessedText
     QByteArray text;
     DesignGraph graph;
     QStringList log;
-    QStringList included; ///< Real paths of the included files.
+    QVector<ToolMessage> messages; ///< The tool's, which the log has too.
+    QStringList included;          ///< Real paths of the included files.
 };
 
 /// Runs the preprocessor over the Verilog files of a design, in their private directory.
@@ -44,6 +57,13 @@ public:
                         Progress &progress);
 
     PreprocessedText run(const VerilogVariant &variant);
+
+    /// Looks in the messages of a run for a source that didn't end what it began, so that what
+    /// stands behind it is missing, and changes \a variant so that it does.
+    ///
+    /// \return the index of the source; -1 if there is none. After some rounds a source is left
+    /// out.
+    int mend(const QVector<ToolMessage> &messages, VerilogVariant *variant) const;
 
     /// Private name of the source \a index; empty for VHDL.
     QString privateName(int index) const { return names.at(index); }

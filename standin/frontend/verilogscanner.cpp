@@ -3,6 +3,7 @@
 
 #include "frontend/verilogscanner.h"
 
+#include "frontend/verilogitems.h"
 #include "frontend/verilogtokens.h"
 
 #include <QHash>
@@ -91,16 +92,9 @@ int VerilogScanner::step(int i)
 
 int VerilogScanner::openModule(int i)
 {
-    int name = i + 1;
-    while (tokens.is(name, "automatic") || tokens.is(name, "static"))
-        ++name;
-    const bool declares = tokens.isWord(name)
-        && (tokens.is(name + 1, '(') || tokens.is(name + 1, '#') || tokens.is(name + 1, ';')
-            || tokens.is(name + 1, "import"));
-    // A port of interface type and a virtual interface begin with the same word.
-    if (!declares || tokens.is(i - 1, "virtual") || tokens.is(i - 1, '(') || tokens.is(i - 1, ','))
+    if (!opensModule(tokens, i))
         return i + 1;
-
+    const int name = moduleName(tokens, i);
     ScannedModule module;
     module.name = tokens.text(name);
     if (tokens.is(i, "interface"))

@@ -3,6 +3,8 @@
 
 #include "frontend/verilogtext.h"
 
+#include <QList>
+
 #include <algorithm>
 #include <cstring>
 
@@ -139,6 +141,55 @@ QByteArray maskVerilogPragmas(const QByteArray &source)
     }
     if (off)
         out.append("\n`endif\n");
+    return out;
+}
+
+/// The words of a line that begins with a backquote, up to three.
+static QList<QByteArray> directiveWords(const char *at, const char *end)
+{
+    while (at < end && (*at == ' ' || *at == '\t'))
+        ++at;
+    if (at == end || *at != '`')
+        return {};
+    // Nothing that counts here is long.
+    const QByteArray line(at + 1, int(std::min<qint64>(end - at - 1, 100)));
+    return line.simplified().split(' ').mid(0, 3);
+}
+
+/// 1 if a directive begins a protected region, 2 if it ends one, 3 if it is to go by itself.
+static int foreignDirective(const QList<QByteArray> &words)
+{
+    const QByteArray first = words.value(0);
+    const bool isPragma = first == "pragma" && words.value(1) == "protect";
+    if (first == "protected" || (isPragma && words.value(2) == "begin_protected"))
+        return 1;
+    if (first == "endprotected" || (isPragma && words.value(2) == "end_protected"))
+        return 2;
+    return isPragma || first == "uselib" ? 3 : 0;
+}
+
+QByteArray maskForeignDirectives(const QByteArray &source)
+{
+    // Most sources have none and stay as they are.
+    if (!source.contains("`uselib") && !source.contains("protect"))
+        return source;
+    QByteArray out = source;
+    bool isProtected = false;
+    const char *const begin = source.constBegin();
+    const char *const end = source.constEnd();
+    for (const char *at = begin; at < end;) {
+        const char *next = lineEnd(at, end);
+        const int kind = foreignDirective(directiveWords(at, next));
+        isProtected = isProtected || kind == 1;
+        if (isProtected || kind != 0) {
+            for (const char *c = at; c < next; ++c) {
+                if (*c != '\r')
+                    out[int(c - begin)] = ' ';
+            }
+        }
+        isProtected = isProtected && kind != 2;
+        at = next < end ? next + 1 : end;
+    }
     return out;
 }
 

@@ -16,7 +16,11 @@ namespace Standin {
 /// A pragma inside a macro definition is left alone, since a directive can't stand there.
 HOST_EXPORT QByteArray maskVerilogPragmas(const QByteArray &source);
 
-/// The same for VHDL, where the region is blanked.
+/// Takes out of a Verilog source what only the tool that it was made for understands: protected
+/// regions, which are encrypted, and libraries named by `uselib. Line numbers stay as they are.
+HOST_EXPORT QByteArray maskForeignDirectives(const QByteArray &source);
+
+/// As maskVerilogPragmas() for VHDL, where the region is blanked.
 HOST_EXPORT QByteArray maskVhdlPragmas(const QByteArray &source);
 
 /// Takes all comments out of preprocessed text. Only comments that mean something to some tool are

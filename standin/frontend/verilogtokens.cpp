@@ -113,11 +113,26 @@ bool VerilogTokens::is(int index, char symbol) const
     return token.kind == VerilogToken::Symbol && token.length == 1 && start[token.begin] == symbol;
 }
 
+bool VerilogTokens::isAny(int index, std::initializer_list<const char *> words) const
+{
+    return std::any_of(words.begin(), words.end(),
+                       [&](const char *word) { return is(index, word); });
+}
+
 int VerilogTokens::behind(int index) const
 {
     if (!is(index, '(') && !is(index, '[') && !is(index, '{'))
         return index + 1;
-    return at(index).match < 0 ? count() : at(index).match + 1;
+    return at(index).match < 0 ? index + 1 : at(index).match + 1;
+}
+
+int VerilogTokens::find(quint32 offset) const
+{
+    const auto found = std::upper_bound(tokens.begin(), tokens.end(), offset,
+                                        [](quint32 wanted, const VerilogToken &token) {
+                                            return wanted < token.begin + token.length;
+                                        });
+    return int(found - tokens.begin());
 }
 
 void VerilogTokens::add(const char *begin, const char *end, VerilogToken::Kind kind)
@@ -157,17 +172,63 @@ const char *VerilogTokens::readWord(const char *begin)
 }
 
 /// Directives that survive preprocessing take the rest of their line, but for the few without an
-/// argument.
-const char *VerilogTokens::readDirective(const char *begin) const
+/// argument. What is no directive is a macro that nobody has defined.
+const char *VerilogTokens::readDirective(const char *begin)
 {
-    static const char *const plain[] = {"celldefine", "endcelldefine", "resetall", "end_keywords",
-                                        "nounconnected_drive"};
+    static const char *const plain[] = {"celldefine",
+                                        "endcelldefine",
+                                        "resetall",
+                                        "end_keywords",
+                                        "nounconnected_drive",
+                                        "accelerate",
+                                        "noaccelerate",
+                                        "protect",
+                                        "endprotect",
+                                        "suppress_faults",
+                                        "nosuppress_faults",
+                                        "enable_portfaults",
+                                        "disable_portfaults",
+                                        "expand_vectornets",
+                                        "noexpand_vectornets",
+                                        "autoexpand_vectornets",
+                                        "remove_gatenames",
+                                        "noremove_gatenames",
+                                        "remove_netnames",
+                                        "noremove_netnames",
+                                        "delay_mode_path",
+                                        "delay_mode_unit",
+                                        "delay_mode_zero",
+                                        "delay_mode_distributed"};
+    static const char *const withArgument[] = {"line",
+                                               "timescale",
+                                               "default_nettype",
+                                               "unconnected_drive",
+                                               "pragma",
+                                               "begin_keywords",
+                                               "default_decay_time",
+                                               "default_trireg_strength",
+                                               "uselib",
+                                               "protected",
+                                               "endprotected",
+                                               "include",
+                                               "define",
+                                               "undef",
+                                               "ifdef",
+                                               "ifndef",
+                                               "else",
+                                               "elsif",
+                                               "endif"};
     const char *end = begin + 1;
     while (end < stop && isInWord(*end))
         ++end;
     const QByteArray word = QByteArray::fromRawData(begin + 1, int(end - begin - 1));
     if (std::find(std::begin(plain), std::end(plain), word) != std::end(plain))
         return end;
+    if (std::find(std::begin(withArgument), std::end(withArgument), word)
+        == std::end(withArgument)) {
+        add(begin, end, VerilogToken::Macro);
+        return end;
+    }
     const void *newline = std::memchr(begin, '\n', size_t(stop - begin));
     return newline ? static_cast<const char *>(newline) : stop;
 }
@@ -243,11 +304,24 @@ void VerilogTokens::read()
     }
 }
 
+static bool endsScope(const char *word, quint32 length)
+{
+    static const char *const words[] = {"endmodule",  "endfunction",  "endtask",    "endinterface",
+                                        "endpackage", "endprimitive", "endprogram", "endclass"};
+    if (length < 7 || std::memcmp(word, "end", 3) != 0)
+        return false;
+    return std::any_of(std::begin(words), std::end(words), [&](const char *candidate) {
+        return std::strlen(candidate) == length && std::memcmp(word, candidate, length) == 0;
+    });
+}
+
 void VerilogTokens::matchBrackets()
 {
     std::vector<int> open;
     for (int i = 0; i < count(); ++i) {
         const VerilogToken &token = tokens[size_t(i)];
+        if (token.kind == VerilogToken::Keyword && endsScope(start + token.begin, token.length))
+            open.clear();
         if (token.kind != VerilogToken::Symbol)
             continue;
         const char c = start[token.begin];

@@ -5,6 +5,7 @@
 
 #include <QByteArray>
 
+#include <initializer_list>
 #include <vector>
 
 namespace Standin {
@@ -18,6 +19,7 @@ struct VerilogToken
         Keyword,
         Number,
         String,
+        Macro,  ///< A macro that nothing defines, backquote included.
         Symbol, ///< One character, or "::".
     };
 
@@ -30,7 +32,9 @@ struct VerilogToken
 /// The tokens of a text, in order. Comments, attributes and directives are left out.
 ///
 /// It takes one pass, and brackets are matched on the way, so that no reader of the tokens has to
-/// search: the time grows with the length of the text alone, whatever the text is.
+/// search: the time grows with the length of the text alone, whatever the text is. No bracket is
+/// matched beyond the end of the module or function that it stands in, so one that is never closed
+/// spoils no more than that.
 class VerilogTokens
 {
 public:
@@ -44,14 +48,23 @@ public:
 
     QByteArray text(int index) const;
 
+    /// The text that the tokens are of.
+    QByteArray text() const { return source; }
+
     /// True for the keyword or symbol \a text; an escaped identifier is never a keyword.
     bool is(int index, const char *text) const;
     bool is(int index, char symbol) const;
 
     bool isWord(int index) const { return at(index).kind == VerilogToken::Word; }
 
-    /// Index behind the bracket that closes the one at \a index; behind all tokens if none does,
-    /// and \a index + 1 if there is no bracket.
+    /// True for the keyword or symbol that is any of \a words.
+    bool isAny(int index, std::initializer_list<const char *> words) const;
+
+    /// Index of the first token that ends behind \a offset in the text; count() if there is none.
+    int find(quint32 offset) const;
+
+    /// Index behind the bracket that closes the one at \a index; \a index + 1 if none does, or if
+    /// there is no bracket.
     int behind(int index) const;
 
 private:
@@ -60,7 +73,7 @@ private:
     void add(const char *begin, const char *end, VerilogToken::Kind kind);
     const char *readAttribute(const char *begin);
     const char *readWord(const char *begin);
-    const char *readDirective(const char *begin) const;
+    const char *readDirective(const char *begin);
 
     QByteArray source;
     const char *start;

@@ -1,0 +1,225 @@
+// SPDX-FileCopyrightText: The project's authors
+// SPDX-License-Identifier: MIT
+
+// The part of VerilatorReading that goes on when the design can't be read as it is.
+
+#include "frontend/designrepair.h"
+#include "frontend/progress.h"
+#include "frontend/sourceplaces.h"
+#include "frontend/toolbox.h"
+#include "frontend/toollog.h"
+#include "frontend/verilatorreading.h"
+#include "frontend/verilogscanner.h"
+
+#include <algorithm>
+
+namespace Standin {
+
+bool VerilatorReading::isReported(int source, const QStringList &log) const
+{
+    const QString prefix = "ERROR: " + printable(sources.files.at(source).path) + ':';
+    return std::any_of(log.begin(), log.end(),
+                       [&](const QString &line) { return line.startsWith(prefix); });
+}
+
+/// Reads the design without what only checks it, which is where front ends lag behind the language,
+/// and with waits in processes.
+bool VerilatorReading::retryWithoutChecks(const QString &top, Attempt *attempt, QStringList *log)
+{
+    leavesOutChecks = true;
+    const Attempt second = run(top, designText());
+    if (!second.result.succeeded()) {
+        // Errors in what was left out count for nothing, whatever else is tried.
+        if (second.result.outcome == ToolOutcome::Finished)
+            *attempt = second;
+        return false;
+    }
+    *attempt = second;
+    log->append("WARNING: assertions and coverage are left out, as they can't be read");
+    return true;
+}
+
+/// Reads Verilog files with errors by the other keywords: the old ones if nothing was said, all of
+/// them if a standard was named.
+bool VerilatorReading::retryWithOtherKeywords(const QString &top, Attempt *attempt,
+                                              QStringList *log)
+{
+    VerilogVariant other = variant;
+    QStringList names;
+    for (int i = 0; i < sources.files.size(); ++i) {
+        const SourceFile::Language language = sources.files.at(i).language;
+        const bool mayChange = language == SourceFile::Verilog
+            || (language == SourceFile::SystemVerilog && !variant.keywords.at(i).isEmpty());
+        if (!mayChange || !isReported(i, attempt->log))
+            continue;
+        other.keywords[i] = variant.keywords.at(i).isEmpty() ? "1364-2005" : "";
+        names.append(printable(sources.files.at(i).path));
+    }
+    if (names.isEmpty())
+        return false;
+    const VerilogVariant oldVariant = variant;
+    const PreprocessedText old = preprocessed;
+    variant = other;
+    preprocessed = preprocessor.run(variant);
+    if (preprocessed.complete) {
+        const Attempt second = run(top, designText());
+        if (second.result.succeeded()) {
+            *attempt = second;
+            for (const QString &name : qAsConst(names))
+                log->append("WARNING: " + name + ": read by the keywords of another standard");
+            return true;
+        }
+    }
+    variant = oldVariant;
+    preprocessed = old;
+    return false;
+}
+
+bool VerilatorReading::retryAsVerilator(const QString &top, Attempt *attempt, QStringList *log)
+{
+    if (variant.definesVerilator)
+        return false;
+    VerilogVariant other = variant;
+    other.definesVerilator = true;
+    const PreprocessedText old = preprocessed;
+    preprocessed = preprocessor.run(other);
+    // Without code that depends on the macro the same errors would come again.
+    if (preprocessed.complete && preprocessed.text != old.text) {
+        const Attempt second = run(top, designText());
+        if (second.result.succeeded()) {
+            *attempt = second;
+            log->append("WARNING: the sources are read with the macro VERILATOR defined");
+            return true;
+        }
+    }
+    preprocessed = old;
+    return false;
+}
+
+static void addOnce(const QString &line, QStringList *lines)
+{
+    if (!lines->contains(line))
+        lines->append(line);
+}
+
+/// Leaves modules empty until the tool doesn't crash any more: all of them first, then whichever
+/// half of those it takes.
+VerilatorReading::Attempt VerilatorReading::isolateCrash(const QString &top, DesignRepair *repair,
+                                                         QStringList *errors)
+{
+    QStringList names = scanVerilog(repair->text()).modulesBelow(top.toUtf8());
+    // The top goes last: the most depends on it.
+    names.removeAll(top);
+    names.append(top);
+    bool toPorts = false;
+    const auto without = [&](int first, int last) {
+        DesignRepair attempt = *repair;
+        QSet<QByteArray> empty;
+        for (int i = first; i < last; ++i)
+            empty.insert(names.at(i).toUtf8());
+        attempt.gut(empty, toPorts);
+        return attempt;
+    };
+    int works = names.size(); // As many have to be empty, so far as is known.
+    int crashes = 0;
+    DesignRepair best = without(0, works);
+    Attempt result = run(top, best.text());
+    if (!result.result.succeeded() && !progress.isCancelled()) {
+        toPorts = true;
+        best = without(0, works);
+        result = run(top, best.text());
+    }
+    if (!result.result.succeeded() || progress.isCancelled())
+        return result;
+    while (works - crashes > 1 && !progress.isCancelled()) {
+        const int middle = (works + crashes) / 2;
+        const DesignRepair next = without(0, middle);
+        const Attempt attempt = run(top, next.text());
+        if (attempt.result.succeeded()) {
+            works = middle;
+            best = next;
+        } else {
+            crashes = middle;
+        }
+    }
+    errors->append("ERROR: the module \"" + printable(names.at(works - 1))
+                   + "\" can't be read: the tool fails on it");
+    const DesignRepair single = without(works - 1, works);
+    result = run(top, single.text());
+    // The result of the last run is what lies in the directory.
+    if (!result.result.succeeded() && !progress.isCancelled())
+        result = run(top, best.text());
+    return result;
+}
+
+/// Takes out the instances by which modules contain each other, which the tool never comes out of.
+bool VerilatorReading::breakCircles(DesignRepair *repair, QStringList *log) const
+{
+    const SourcePlaces places(repair->text());
+    const auto uses = scanVerilog(repair->text()).closingCircles();
+    for (const InstanceUse &use : uses) {
+        const SourcePlaces::Stretch *stretch = places.stretchAt(use.typeOffset);
+        ToolMessage message;
+        message.isError = true;
+        message.file = stretch ? stretch->file : QString();
+        message.line = places.lineAt(use.typeOffset);
+        message.text = "the module \"" + printable(QString::fromUtf8(use.type))
+            + "\" contains itself by way of others";
+        log->append(logLine(message, farm));
+    }
+    repair->takeOutInstances(uses);
+    return !uses.isEmpty();
+}
+
+/// Reads the design without what the errors are in. The errors stay errors, so that they are told.
+void VerilatorReading::repair(const QString &top, Attempt *attempt)
+{
+    DesignRepair repaired(designText(), top.toUtf8());
+    QSet<QString> names;
+    for (int i = 0; i < sources.files.size(); ++i)
+        names.insert(preprocessor.privateName(i));
+    QStringList log;
+    const auto unended = repaired.endModules(names);
+    for (const DesignRepair::Unended &module : unended) {
+        ToolMessage message;
+        message.isError = true;
+        message.file = module.file;
+        message.line = module.line;
+        message.text =
+            '"' + printable(QString::fromUtf8(module.name)) + "\" isn't ended in its file";
+        log.append(logLine(message, farm));
+    }
+    const bool hadCircles = breakCircles(&repaired, &log);
+    // What the lack of an end or a circle leads to is told far from where it is.
+    Attempt next = unended.isEmpty() && !hadCircles ? *attempt : run(top, repaired.text());
+    for (int round = 0;
+         !next.result.succeeded() && round < DesignRepair::MaximumRounds && !progress.isCancelled();
+         ++round) {
+        QVector<DesignRepair::Concern> concerns;
+        const bool isPlaced = repaired.takeOut(next.messages, &concerns);
+        for (int i = 0; i < next.messages.size(); ++i) {
+            ToolMessage message = next.messages.at(i);
+            if (concerns.at(i) == DesignRepair::Concern::Consequence)
+                continue;
+            message.isError = message.isError && concerns.at(i) == DesignRepair::Concern::Design;
+            addOnce(logLine(message, farm), &log);
+        }
+        if (isPlaced)
+            next = run(top, repaired.text());
+        else
+            next = isolateCrash(top, &repaired, &log);
+        if (!isPlaced && round > 0)
+            break;
+        if (next.result.outcome == ToolOutcome::Cancelled
+            || next.result.outcome == ToolOutcome::TimedOut)
+            break;
+    }
+    if (next.result.succeeded())
+        log.append("WARNING: the netlist lacks what can't be read");
+    else if (next.result.outcome != ToolOutcome::Cancelled && !hasErrors(log))
+        log += next.log;
+    attempt->result = next.result;
+    attempt->log = log;
+}
+
+} // namespace Standin

@@ -1,0 +1,447 @@
+// SPDX-FileCopyrightText: The project's authors
+// SPDX-License-Identifier: MIT
+
+#include "extractiontest.h"
+#include "testmain.h"
+
+namespace DesignInfo = Standin::DesignInfo;
+
+/// Designs with errors, and with what the front end can't read: the errors are told with their
+/// places, and the rest of the design is there.
+class tst_FaultyDesigns : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void theRestIsRead_data();
+    void theRestIsRead();
+    void faultyFileSpoilsNoOther_data();
+    void faultyFileSpoilsNoOther();
+    void missingFileSpoilsNoOther();
+    void faultyTopKeepsWhatItInstantiates();
+    void faultyHeaderKeepsWhatIsBelow();
+    void faultsOfAllFilesAreTold();
+    void consequencesAreNotTold();
+    void readableConstructsAreNoErrors_data();
+    void readableConstructsAreNoErrors();
+    void codeWithoutHardwareIsNoError_data();
+    void codeWithoutHardwareIsNoError();
+    void blackBoxesAreNeverErrors_data();
+    void blackBoxesAreNeverErrors();
+    void packagesNeedNoOrder();
+    void modulesThatContainEachOtherAreErrors();
+    void crashIsLedBackToItsModule();
+    void rewrittenPlacesAreRight();
+};
+
+static QStringList missing(const QStringList &lines, const QStringList &wanted)
+{
+    QStringList lacking;
+    for (const QString &line : wanted) {
+        if (!lines.contains(line))
+            lacking.append(line);
+    }
+    return lacking;
+}
+
+void tst_FaultyDesigns::theRestIsRead_data()
+{
+    QTest::addColumn<QByteArray>("body");
+    QTest::addColumn<QString>("place");
+    QTest::addColumn<QStringList>("nets");
+
+    // The body begins in the third line, and behind it a process and an instance follow.
+    QTest::newRow("expression") << QByteArray("wire x;\nassign x = ;")
+                                << "4:12: " << QStringList{"top/x"};
+    QTest::newRow("unclosed-event")
+        << QByteArray("reg r;\nalways @(posedge clk begin r <= x; end\nwire x;")
+        << "4:" << QStringList{"top/r", "top/x"};
+    QTest::newRow("unclosed-range")
+        << QByteArray("wire [7:0 y; wire x;") << "3:" << QStringList{"top/x"};
+    QTest::newRow("unended-block")
+        << QByteArray("wire x;\nalways @* begin if (x) begin") << "5:" << QStringList{"top/x"};
+    QTest::newRow("stray-end") << QByteArray("wire x; end wire y;")
+                               << "3:" << QStringList{"top/x", "top/y"};
+    QTest::newRow("condition-without-brackets")
+        << QByteArray("if x begin end\nwire y;") << "3:" << QStringList{"top/y"};
+    QTest::newRow("undefined-name")
+        << QByteArray("wire x; assign x = nosuch + 1;") << "3:20: " << QStringList{"top/x"};
+    QTest::newRow("undefined-function")
+        << QByteArray("wire x; assign x = nosuch(1);") << "3:20: " << QStringList{"top/x"};
+    QTest::newRow("undefined-type")
+        << QByteArray("nosuch_t a, b; wire x;") << "3:" << QStringList{"top/x"};
+    QTest::newRow("undefined-package")
+        << QByteArray("import nosuch::*; wire x;") << "3:8: " << QStringList{"top/x"};
+    QTest::newRow("undefined-macro") << QByteArray("wire x; assign x = `NOSUCH; wire y;")
+                                     << "3:20: " << QStringList{"top/x", "top/y"};
+    QTest::newRow("undefined-macro-with-arguments")
+        << QByteArray("`NOSUCH(a, b)\nwire x;") << "3:1: " << QStringList{"top/x"};
+    QTest::newRow("macro-arguments")
+        << QByteArray("`define M(a) a\nwire x = `M(1,2);\nwire y;") << "4:" << QStringList{"top/y"};
+    QTest::newRow("missing-include")
+        << QByteArray("`include \"nosuch.vh\"\nwire x;") << "3:" << QStringList{"top/x"};
+    QTest::newRow("unended-string")
+        << QByteArray("initial $display(\"x\n);\nwire x;") << "4:" << QStringList{"top/x"};
+    QTest::newRow("generate-condition")
+        << QByteArray("if (NOSUCH) begin : g wire z; end\nwire x;") << "3:" << QStringList{"top/x"};
+    QTest::newRow("endless-generate")
+        << QByteArray("genvar i; for (i = 0; i < 10; i = i) begin : g wire z; end wire x;")
+        << "3:" << QStringList{"top/x"};
+    QTest::newRow("wrong-pin") << QByteArray("leaf v(.nosuch(clk), .none(1), .a(clk));")
+                               << "3:" << QStringList{"top/v/a", "top/v/b[3:0]"};
+    QTest::newRow("too-many-pins") << QByteArray("leaf v(clk, , , clk, clk);")
+                                   << "3:" << QStringList{"top/v/a", "top/v/b[3:0]"};
+    QTest::newRow("wrong-parameter")
+        << QByteArray("leaf #(.X(1), .W(2)) v(clk);") << "3:" << QStringList{"top/v/b[1:0]"};
+    QTest::newRow("declared-twice")
+        << QByteArray("input clk; wire x;") << "3:" << QStringList{"top/x"};
+    QTest::newRow("recursive-function")
+        << QByteArray("function automatic integer f(input integer n); f = n < 2 ? 1 : f(n - 1);\n"
+                      "endfunction\nlocalparam F = f(4); wire x;")
+        << "5:" << QStringList{"top/x"};
+    QTest::newRow("not-supported")
+        << QByteArray("typedef union tagged {void A; int B;} v_t; v_t v; wire x;")
+        << "3:" << QStringList{"top/x"};
+}
+
+void tst_FaultyDesigns::theRestIsRead()
+{
+    QFETCH(QByteArray, body);
+    QFETCH(QString, place);
+    QFETCH(QStringList, nets);
+    ExtractionTest test;
+    test.add(test.write("leaf.v",
+                        "module leaf #(parameter W = 4) (input a, output [W-1:0] b); endmodule\n"));
+    const QString file =
+        test.write("a.v",
+                   "module top(input clk, output q);\nwire first;\n" + body
+                       + "\nreg last; always @(posedge clk) last <= first;\nleaf u(clk);\n"
+                         "endmodule\n");
+    test.add(file);
+    const ModulesAnswer answer = test.modules("top");
+    QVERIFY(!answer.errors().isEmpty());
+    QVERIFY2(answer.errors().first().startsWith("ERROR: " + file + ':' + place),
+             qPrintable(answer.errors().join('\n')));
+    QCOMPARE(answer.topModules, QStringList{"top"});
+    const auto netlist = test.netlist();
+    QCOMPARE(missing(netLines(*netlist), nets + QStringList{"top/clk", "top/q", "top/first"}),
+             QStringList());
+    // What isn't ended may take what stands behind it along.
+    if (!body.contains("if (x) begin"))
+        QCOMPARE(missing(netLines(*netlist), {"top/last", "top/u/b[3:0]"}), QStringList());
+}
+
+void tst_FaultyDesigns::faultyFileSpoilsNoOther_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QString>("place");
+
+    QTest::newRow("garbage") << QByteArray("this is ) not } Verilog ( at all {\n") << "1:";
+    QTest::newRow("binary") << QByteArray("\x7f"
+                                          "ELF\x02\x01\0\0\0\xff\xfe\x80\n\0",
+                                          14)
+                            << "";
+    QTest::newRow("unended-module") << QByteArray("\nmodule bad(input x);\nwire y;\n") << "2:";
+    QTest::newRow("unended-process")
+        << QByteArray("module bad(input x);\nalways @* begin\nif (x) begin\n") << "1:";
+    QTest::newRow("unended-condition") << QByteArray("module bad;\n`ifdef A\nendmodule\n") << "";
+    QTest::newRow("unended-else") << QByteArray("module bad;\n`ifndef A\n`else\nendmodule\n") << "";
+    QTest::newRow("stray-endif") << QByteArray("module bad; endmodule\n`endif\n") << "2:1: ";
+    QTest::newRow("unended-comment") << QByteArray("module bad; endmodule\n/* to the end\n") << "";
+    QTest::newRow("unended-macro-arguments")
+        << QByteArray("`define M(a, b) a\nmodule bad; wire `M(x;\nendmodule\n") << "";
+    QTest::newRow("unended-string")
+        << QByteArray("module bad; initial $display(\"x); endmodule\n") << "";
+    QTest::newRow("unended-attribute")
+        << QByteArray("module bad; (* keep wire x; endmodule\n") << "";
+    QTest::newRow("unended-function")
+        << QByteArray("module bad; function f(input a);\nendmodule\n") << "";
+    QTest::newRow("stray-endmodule") << QByteArray("endmodule\nendmodule\n") << "1:";
+    QTest::newRow("unended-package") << QByteArray("package bad; typedef logic t;\n") << "";
+    QTest::newRow("unended-class") << QByteArray("class bad; int x;\n") << "";
+    QTest::newRow("brackets") << QByteArray("module bad(((((; endmodule\n") << "1:";
+}
+
+/// Ahead of, between and behind files without faults.
+void tst_FaultyDesigns::faultyFileSpoilsNoOther()
+{
+    QFETCH(QByteArray, text);
+    QFETCH(QString, place);
+    for (int at = 0; at < 3; ++at) {
+        ExtractionTest test;
+        const QString faulty = test.write("bad.v", text);
+        QStringList files{
+            test.write("leaf.v", "module leaf(input a, output b); wire inner; endmodule\n"),
+            test.write("top.v", "module top(input x);\nwire y; leaf u(x, y); endmodule\n")};
+        files.insert(at, faulty);
+        for (const QString &file : qAsConst(files))
+            test.add(file);
+        const ModulesAnswer answer = test.modules("top");
+        const QStringList placed = answer.errors().filter("ERROR: " + faulty + ':' + place);
+        QVERIFY2(!placed.isEmpty(), qPrintable(answer.messages.join('\n')));
+        QCOMPARE(answer.topModules, QStringList{"top"});
+        QCOMPARE(netLines(*test.netlist()),
+                 (QStringList{"top/x", "top/y", "top/u/a", "top/u/b", "top/u/inner"}));
+    }
+}
+
+void tst_FaultyDesigns::missingFileSpoilsNoOther()
+{
+    ExtractionTest test;
+    test.add(test.path("nosuch.v"));
+    test.add(test.write("top.v", "module top(input x); leaf u(x); endmodule\n"));
+    const ModulesAnswer answer = test.modules();
+    QCOMPARE(answer.errors(),
+             QStringList("ERROR: " + test.path("nosuch.v") + ": No such file or directory"));
+    QCOMPARE(netLines(*test.netlist()), QStringList{"top/x"});
+    // The file may appear.
+    test.write("nosuch.v", "module leaf(input a); endmodule\n");
+    QCOMPARE(test.modules().errors(), QStringList());
+    QCOMPARE(netLines(*test.netlist()), (QStringList{"top/x", "top/u/a"}));
+}
+
+void tst_FaultyDesigns::faultyTopKeepsWhatItInstantiates()
+{
+    ExtractionTest test;
+    QByteArray body;
+    for (int i = 0; i < 12; ++i)
+        body += "assign w" + QByteArray::number(i) + " = nosuch" + QByteArray::number(i) + ";\n";
+    test.add(test.write("a.v",
+                        "module leaf(input a); wire w; endmodule\nmodule top;\n" + body
+                            + "leaf u(nosuch), v(.*); endmodule\n"));
+    QVERIFY(!test.modules("top").errors().isEmpty());
+    QVERIFY(levelLines(*test.netlist()).contains("top top"));
+}
+
+void tst_FaultyDesigns::faultyHeaderKeepsWhatIsBelow()
+{
+    ExtractionTest test;
+    test.add(test.write("a.v",
+                        "module leaf(input a); wire w; endmodule\n"
+                        "module middle(input [3:0 x, output );\nleaf u(x[0]); endmodule\n"
+                        "module top(input x);\nmiddle m(x, , ); endmodule\n"));
+    QVERIFY(!test.modules("top").errors().isEmpty());
+    QCOMPARE(levelLines(*test.netlist()), (QStringList{"top top", "top/m middle", "top/m/u leaf"}));
+}
+
+void tst_FaultyDesigns::faultsOfAllFilesAreTold()
+{
+    ExtractionTest test;
+    const QString one = test.write("one.v", "module one(input a);\nwire = a;\nendmodule\n");
+    const QString two =
+        test.write("two.v", "module two(input a);\nassign a = nosuch;\nendmodule\n");
+    test.add(one);
+    test.add(two);
+    test.add(test.write("top.v", "module top(input x); one u(x); two v(x); endmodule\n"));
+    const QStringList errors = test.modules().errors();
+    QCOMPARE(errors.size(), 2);
+    QVERIFY2(errors.at(0).startsWith("ERROR: " + one + ":2:6: "), qPrintable(errors.at(0)));
+    QVERIFY2(errors.at(1).startsWith("ERROR: " + two + ":2:12: "), qPrintable(errors.at(1)));
+    QCOMPARE(netLines(*test.netlist()), (QStringList{"top/x", "top/u/a", "top/v/a"}));
+}
+
+void tst_FaultyDesigns::consequencesAreNotTold()
+{
+    ExtractionTest test;
+    const QString file = test.write("top.v",
+                                    "module top(input x);\nnosuch_t [3 y;\nwire z = y[0];\n"
+                                    "assign w = y[1];\nendmodule\n");
+    test.add(file);
+    const QStringList errors = test.modules().errors();
+    QCOMPARE(errors.size(), 1);
+    QVERIFY2(errors.first().startsWith("ERROR: " + file + ":2:"), qPrintable(errors.first()));
+    QVERIFY(netLines(*test.netlist()).contains("top/x"));
+}
+
+static void addBodies()
+{
+    QTest::addColumn<QByteArray>("body");
+}
+
+void tst_FaultyDesigns::readableConstructsAreNoErrors_data()
+{
+    addBodies();
+    QTest::newRow("assigned-wire") << QByteArray("wire w; always @* w = a[0]; initial w = 1;");
+    QTest::newRow("assigned-input") << QByteArray("assign a = 3; always @* clk = 1;");
+    QTest::newRow("expression-on-output") << QByteArray("sub u(.o(1'b0));");
+    QTest::newRow("strengths") << QByteArray(
+        "assign (strong0, weak1) q = a[0]; wire (pull0, pull1) w = a[0];\n"
+        "buf (supply0, highz1) (g, a[0]); trireg (small) #(0, 0, 50) t; wire h; pulldown (strong0) "
+        "p(h);");
+    QTest::newRow("nameless-primitives") << QByteArray(
+        "mux2 (m, a[0], a[1], a[2]); mux2 #(1, 2) (n, a[0], a[1], a[2]), u(o, a[0], a[1], a[2]);");
+    QTest::newRow("guarded-event") << QByteArray("always @(posedge clk iff a[0] or negedge a[1]);");
+    QTest::newRow("configuration") << QByteArray("endmodule config c; design top; endconfig\n"
+                                                 "module other;");
+    QTest::newRow("covergroup") << QByteArray(
+        "covergroup g @(posedge clk); coverpoint a { bins b = {[0:3]}; } endgroup g c = new();");
+    QTest::newRow("assertions") << QByteArray(
+        "default clocking c @(posedge clk); endclocking default disable iff (a[0]);\n"
+        "sequence s; a[0] ##1 a[1]; endsequence property p; @(posedge clk) s |-> a[2];\n"
+        "endproperty cover property (p); l: assert property (@(posedge clk)\n"
+        "disable iff (a[0]) a[0] |-> ##[1:3] a[1] ) else $error(\"x\");\n"
+        "assert property (@(posedge clk) s_eventually a[0]); assume property (a[0] |=> a[1]);");
+    QTest::newRow("delays") << QByteArray(
+        "wire w; reg r; assign #(1:2:3, 2) w = a[0]; always #5 r = ~r;\n"
+        "initial begin #1.5ns; r <= #2 1; wait (a[0]); @(negedge clk); end");
+    QTest::newRow("force") << QByteArray("reg r; initial begin force r = 1; #1 release r; end\n"
+                                         "always @(a) if (a[0]) assign r = 0; else deassign r;");
+    QTest::newRow("old-directives")
+        << QByteArray("endmodule\n`uselib dir=/nowhere libext=.v\n`celldefine\n`delay_mode_path\n"
+                      "`suppress_faults\n`default_decay_time 10\n`endcelldefine\n"
+                      "`pragma foo bar\n`resetall\nmodule other;");
+    QTest::newRow("protected") << QByteArray(
+        "endmodule module sealed(input x);\n`protected\nAB \"CD /* 12#@! endmodule `if\n"
+        "`endprotected\nendmodule module other;");
+    QTest::newRow("protected-by-pragma")
+        << QByteArray("endmodule module sealed(input x);\n`pragma protect begin_protected\n"
+                      "`pragma protect version=1\n`pragma protect data_block\nq8dj38dj\"'`zz\n"
+                      "`pragma protect end_protected\nendmodule module other;");
+    QTest::newRow("many-generated")
+        << QByteArray("genvar i; for (i = 0; i < 3000; i = i + 1) begin : g wire w; end");
+    QTest::newRow("elaboration-tasks")
+        << QByteArray("if (1) $error(\"must not\"); if (1) $fatal(1, \"stop\"); $info(\"x\");");
+}
+
+void tst_FaultyDesigns::readableConstructsAreNoErrors()
+{
+    QFETCH(QByteArray, body);
+    ExtractionTest test;
+    test.add(test.write("a.sv",
+                        "primitive mux2(o, s, x, y); output o; input s, x, y;\n"
+                        "table 0 1 ? : 1; 0 0 ? : 0; 1 ? 1 : 1; 1 ? 0 : 0; endtable endprimitive\n"
+                        "module sub(output o); endmodule\n"
+                        "module top(input clk, input [7:0] a, output q);\nwire keep;\n"
+                            + body + "\nendmodule\n"));
+    QCOMPARE(test.modules("top").errors(), QStringList());
+    QCOMPARE(missing(netLines(*test.netlist()), {"top/clk", "top/a[7:0]", "top/keep"}),
+             QStringList());
+}
+
+void tst_FaultyDesigns::codeWithoutHardwareIsNoError_data()
+{
+    addBodies();
+    QTest::newRow("class") << QByteArray(
+        "class c; rand bit [3:0] r; constraint k { r inside {[0:3]}; soft r == 1; }\n"
+        "covergroup g; coverpoint r; endgroup function new(); g = new; endfunction endclass");
+    QTest::newRow("missing-base-class") << QByteArray(
+        "class c extends nosuch_base; function new(string n); super.new(n); endfunction endclass");
+    QTest::newRow("undefined-macro-in-class")
+        << QByteArray("class c; `nosuch_utils(c) int x; endclass");
+    QTest::newRow("program") << QByteArray(
+        "program p; initial begin randsequence (m) m : x; x : { $finish; }; endsequence end "
+        "endprogram");
+    QTest::newRow("testbench") << QByteArray(
+        "module tb; reg c; top dut(c); initial begin wait_order (a, b); expect (c); end endmodule");
+    QTest::newRow("checker") << QByteArray(
+        "checker k(input logic c); assert property (@(posedge c) c); endchecker");
+}
+
+void tst_FaultyDesigns::codeWithoutHardwareIsNoError()
+{
+    QFETCH(QByteArray, body);
+    ExtractionTest test;
+    test.add(test.write("top.sv", "module top(input x); wire w; endmodule\n"));
+    test.add(test.write("bench.sv", body + '\n'));
+    QCOMPARE(test.modules("top").errors(), QStringList());
+    QCOMPARE(netLines(*test.netlist()), (QStringList{"top/x", "top/w"}));
+}
+
+void tst_FaultyDesigns::blackBoxesAreNeverErrors_data()
+{
+    addBodies();
+    QTest::newRow("register") << QByteArray("FDRE #(.INIT(1'b0)) f(.C(x), .D(w), .Q(v[0]));");
+    QTest::newRow("array") << QByteArray("SB_IO #(.T(1)) io[3:0] (.PIN(v), .D(x));");
+    QTest::newRow("defparam") << QByteArray("RAM r(.A(v)); defparam r.INIT = 0, r.W = \"x\";");
+    QTest::newRow("by-position") << QByteArray("PLL p(x, , v[2:0]);");
+    QTest::newRow("interface") << QByteArray("bus b(); BOX u(.b(b), .x(x));");
+    QTest::newRow("pin-twice") << QByteArray("BOX u(.x(x), .x(w));");
+    QTest::newRow("expressions") << QByteArray("BOX u(.x(~x), .y({v, 2'b0}), .z(), .t(1'bz));");
+    QTest::newRow("types") << QByteArray("BOX #(.T(logic [3:0]), .N(5)) u(.x(x));");
+}
+
+void tst_FaultyDesigns::blackBoxesAreNeverErrors()
+{
+    QFETCH(QByteArray, body);
+    ExtractionTest test;
+    test.add(test.write("top.sv",
+                        "interface bus; logic d; endinterface\nmodule top(input x);\nwire w;\n"
+                        "wire [3:0] v;\n"
+                            + body + "\nendmodule\n"));
+    QCOMPARE(test.modules().errors(), QStringList());
+    QCOMPARE(missing(netLines(*test.netlist()), {"top/x", "top/w", "top/v[3:0]"}), QStringList());
+}
+
+void tst_FaultyDesigns::packagesNeedNoOrder()
+{
+    ExtractionTest test;
+    const QString top = test.write("top.sv",
+                                   "module top import p::*; (input p::t x);\n"
+                                   "q::u [p::N-1:0] y;\nendmodule\n");
+    test.add(top);
+    test.add(
+        test.write("p.sv", "package p; localparam N = q::M; typedef q::u t;\nendpackage : p\n"));
+    test.add(
+        test.write("q.sv", "  package q; localparam M = 2; typedef logic [2:0] u; endpackage\n"));
+    QCOMPARE(test.modules().errors(), QStringList());
+    QCOMPARE(netLines(*test.netlist()), (QStringList{"top/x[2:0]", "top/y[5:0]"}));
+}
+
+void tst_FaultyDesigns::modulesThatContainEachOtherAreErrors()
+{
+    ExtractionTest test;
+    const QString file = test.write("a.v",
+                                    "module a(input x); b u(x); endmodule\n"
+                                    "module b(input x); wire w; a u(x); endmodule\n"
+                                    "module top(input x); a u(x); endmodule\n");
+    test.add(file);
+    QCOMPARE(
+        test.modules().errors(),
+        QStringList("ERROR: " + file + ":2: the module \"a\" contains itself by way of others"));
+    QVERIFY(netLines(*test.netlist()).contains("top/u/u/w"));
+}
+
+/// A tool that crashes on one module and says nothing of it.
+void tst_FaultyDesigns::crashIsLedBackToItsModule()
+{
+    ExtractionTest writer;
+    Standin::ExtractionOptions options;
+    options.verilator =
+        writer.write("tool",
+                     "#!/bin/sh\ncase \"$1\" in --xml-only) if grep -q deadly design.v; then\n"
+                     "kill -SEGV $$; fi;; esac\nexec /usr/bin/verilator_bin \"$@\"\n");
+    QFile::setPermissions(options.verilator, QFile::ReadOwner | QFile::ExeOwner);
+    ExtractionTest test(options);
+    QByteArray text = "module top(input x);\n";
+    for (int i = 0; i < 20; ++i)
+        text += "m" + QByteArray::number(i) + " u" + QByteArray::number(i) + "(x);\n";
+    text += "endmodule\n";
+    for (int i = 0; i < 20; ++i)
+        text += "module m" + QByteArray::number(i) + "(input x); wire y;\nassign y = x;"
+            + (i == 13 ? "initial $deadly;" : "") + " endmodule\n";
+    test.add(test.write("a.v", text));
+    const QStringList errors = test.modules().errors();
+    QVERIFY2(errors.contains("ERROR: the module \"m13\" can't be read: the tool fails on it"),
+             qPrintable(errors.join('\n')));
+    const QStringList nets = netLines(*test.netlist());
+    QCOMPARE(nets.size(), 1 + 20 * 2);
+}
+
+/// What is moved and rewritten keeps the places that it has in its file.
+void tst_FaultyDesigns::rewrittenPlacesAreRight()
+{
+    ExtractionTest test;
+    test.add(test.write("top.sv", "module top(input p::t x);\nendmodule\n"));
+    const QString file = test.write("p.sv",
+                                    "\n  package p;\n  typedef logic t; typedef nosuch u;\n"
+                                    "  localparam Z = ;\nendpackage\nmodule other(input = 3);\n"
+                                    "endmodule\n");
+    test.add(file);
+    const QStringList errors = test.modules("top").errors();
+    QVERIFY2(!errors.filter(file + ":4:18: ").isEmpty(), qPrintable(errors.join('\n')));
+    QVERIFY2(!errors.filter(file + ":6:20: ").isEmpty(), qPrintable(errors.join('\n')));
+    QCOMPARE(netLines(*test.netlist()), QStringList{"top/x"});
+}
+
+MOLK_TEST_GUILESS_MAIN(tst_FaultyDesigns)
+#include "tst_faultydesigns.moc"
