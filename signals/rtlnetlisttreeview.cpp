@@ -45,44 +45,48 @@ void RtlNetlistTreeView::setNetlist(FATHOM::RtlNetlist *design)
     expandToDepth(0);
 }
 
-// The icon is handed down since looking its file up costs more than all the rest of a row.
-static RtlTreeItem *makeRow(FATHOM::Hierachy *level, const QIcon &icon)
-{
-    auto *row = new RtlTreeItem(level);
-    row->setText(0, levelText(level));
-    row->setIcon(0, icon);
-    return row;
-}
-
 // Rows get their own children after they were added themselves: adding a row goes through all rows
 // below it.
-static void addLevelsBelow(RtlTreeItem *row, const QIcon &icon)
+static void addLevelsBelow(RtlTreeItem *row)
 {
     const QList<FATHOM::Hierachy *> children = row->hierarchy->children();
     QList<QTreeWidgetItem *> rows;
     rows.reserve(children.size());
     for (FATHOM::Hierachy *child : children)
-        rows.append(makeRow(child, icon));
+        rows.append(new RtlTreeItem(child));
     row->addChildren(rows);
     for (QTreeWidgetItem *child : qAsConst(rows))
-        addLevelsBelow(static_cast<RtlTreeItem *>(child), icon);
+        addLevelsBelow(static_cast<RtlTreeItem *>(child));
 }
 
+// The icon is handed down since looking its file up costs more than all the rest of a row.
+static void describe(QTreeWidgetItem *row, const QVariant &icon)
+{
+    row->setText(0, levelText(static_cast<RtlTreeItem *>(row)->hierarchy));
+    row->setData(0, Qt::DecorationRole, icon);
+    for (int k = 0; k < row->childCount(); ++k)
+        describe(row->child(k), icon);
+}
+
+// All rows are made before any is described, so that they lie close together in memory: laying the
+// tree out goes through rows and not through what they show.
 RtlTreeItem *RtlNetlistTreeView::buildItem(FATHOM::Hierachy *level)
 {
-    const QIcon icon(":/netlist/image/module.png");
-    RtlTreeItem *row = makeRow(level, icon);
-    addLevelsBelow(row, icon);
+    auto *row = new RtlTreeItem(level);
+    addLevelsBelow(row);
+    describe(row, QIcon(":/netlist/image/module.png"));
     return row;
 }
 
-// With a layout due anyway the view only notes what is expanded.
+// With a layout due anyway the view only notes what is expanded. It is laid out here and not when
+// the combo box opens: the box asks for every row's place first.
 void RtlNetlistTreeView::expandAll()
 {
     const QSignalBlocker blocker(this);
     scheduleDelayedItemsLayout();
     for (QTreeWidgetItemIterator it(this, QTreeWidgetItemIterator::HasChildren); *it; ++it)
         (*it)->setExpanded(true);
+    doItemsLayout();
 }
 
 } // namespace MOLK

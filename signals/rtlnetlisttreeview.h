@@ -42,8 +42,8 @@ public:
     /// placed in a tree.
     RtlTreeItem *buildItem(FATHOM::Hierachy *level);
 
-    /// Opens all levels as QTreeView::expandAll() does, but leaves the layout of the rows to the
-    /// moment at which they are shown. Emits nothing.
+    /// Opens all levels as QTreeView::expandAll() does, in time that grows with their number. Emits
+    /// nothing.
     void expandAll();
 
 private:
