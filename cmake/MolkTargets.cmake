@@ -30,6 +30,24 @@ function(molk_add_library target)
     molk_compile_rules(${target})
 endfunction()
 
+# A library once more, with each basic block counted that it runs through: see
+# tests/support/blockcount.h.
+function(molk_add_counted_library target library)
+    get_target_property(sources ${library} SOURCES)
+    get_target_property(folder ${library} SOURCE_DIR)
+    set(counted)
+    foreach(source IN LISTS sources)
+        cmake_path(ABSOLUTE_PATH source BASE_DIRECTORY ${folder})
+        list(APPEND counted ${source})
+    endforeach()
+    add_library(${target} STATIC ${counted})
+    target_include_directories(${target} PUBLIC
+        $<TARGET_PROPERTY:${library},INTERFACE_INCLUDE_DIRECTORIES>)
+    target_link_libraries(${target} PUBLIC $<TARGET_PROPERTY:${library},INTERFACE_LINK_LIBRARIES>)
+    target_compile_options(${target} PRIVATE -fsanitize-coverage=trace-pc)
+    molk_compile_rules(${target})
+endfunction()
+
 # A test program of one source; what follows the source is linked.
 function(molk_add_test target source)
     add_executable(${target} ${source})

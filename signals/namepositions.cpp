@@ -3,8 +3,6 @@
 
 #include "namepositions.h"
 
-#include <QHash>
-
 namespace MOLK {
 
 static int nextSlot(int slot, int size)
@@ -27,7 +25,7 @@ void NamePositions::add(const QString &name, int position)
 {
     if (2 * (keys.size() + 1) > table.size())
         rehash(qMax(16, 2 * table.size()));
-    const uint hash = qHash(name);
+    const uint hash = nameHash(name);
     int key = keyOf(name, hash);
     if (key < 0) {
         key = keys.size();
@@ -43,7 +41,7 @@ void NamePositions::add(const QString &name, int position)
 
 int *NamePositions::find(const QString &name)
 {
-    const int key = keyOf(name, qHash(name));
+    const int key = keyOf(name, nameHash(name));
     return key < 0 ? nullptr : &keys[key].head;
 }
 

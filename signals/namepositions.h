@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "namehash.h"
+
 #include <QString>
 #include <QVector>
 
@@ -25,7 +27,7 @@ public:
     /// added. It holds until the next add().
     int *find(const QString &name);
 
-    bool contains(const QString &name) const { return keyOf(name, qHash(name)) >= 0; }
+    bool contains(const QString &name) const { return keyOf(name, nameHash(name)) >= 0; }
 
     /// The position at the place \a place of a chain; -1 past its end.
     int position(int place) const { return place < 0 ? -1 : places.at(place).position; }

@@ -4,11 +4,11 @@
 #include "validation.h"
 
 #include "molkcore.h"
+#include "namehash.h"
 
 #include "fathom/rtlnet.h"
 #include "fathom/rtlnetlist.h"
 
-#include <QHash>
 #include <QString>
 #include <QVector>
 
@@ -40,10 +40,9 @@ public:
         const int added = drivers.size();
         drivers.append({&name, port, -1, added});
 
-        const uint hash = qHash(name);
+        const uint hash = nameHash(name);
         const uint mask = uint(cells.size()) - 1;
-        // The multiplication spreads names that differ in their last characters only.
-        for (uint at = (hash * 0x9e3779b1u) >> 7 & mask;; at = (at + 1) & mask) {
+        for (uint at = hash & mask;; at = (at + 1) & mask) {
             Slot &slot = cells[int(at)];
             if (slot.first < 0) {
                 slot = {hash, added};

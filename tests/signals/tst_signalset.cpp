@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The project's authors
 // SPDX-License-Identifier: MIT
 
+#include "alikenames.h"
 #include "blockcount.h"
 #include "items.h"
 #include "literalset.h"
@@ -31,6 +32,8 @@ private slots:
     void splittingEqualsThePlainReading();
     void splittingCostsGrowWithTheNames_data();
     void splittingCostsGrowWithTheNames();
+    void meetingCostsGrowWithTheNames_data();
+    void meetingCostsGrowWithTheNames();
     void positionsOfANameComeLastAddedFirst();
 };
 
@@ -169,7 +172,8 @@ void TestSignalSet::splittingEqualsThePlainReading()
 void TestSignalSet::splittingCostsGrowWithTheNames_data()
 {
     QTest::addColumn<QString>("shape");
-    for (const char *shape : {"singles", "bits", "buses-then-bits", "bits-then-buses", "one-name"})
+    for (const char *shape :
+         {"singles", "bits", "buses-then-bits", "bits-then-buses", "one-name", "alike"})
         QTest::newRow(shape) << shape;
 }
 
@@ -192,6 +196,8 @@ static QList<SignalItem> picksOfShape(const QString &shape, int names)
         if (shape == "one-name")
             item.name = "q";
     }
+    for (int i = 0; i < names && shape == "alike"; ++i)
+        bits[i].name = alikeName(i);
     return bits;
 }
 
@@ -204,6 +210,30 @@ void TestSignalSet::splittingCostsGrowWithTheNames()
         QList<SignalItem> singles;
         const BlockCount counted;
         partitionSignals(picked, buses, singles);
+        return counted.blocks();
+    };
+    const qint64 small = cost(2048);
+    QVERIFY(small > 2048);
+    QVERIFY2(cost(20480) < 13 * small, "ten times the names cost more than 13 times as much");
+}
+
+void TestSignalSet::meetingCostsGrowWithTheNames_data()
+{
+    splittingCostsGrowWithTheNames_data();
+}
+
+void TestSignalSet::meetingCostsGrowWithTheNames()
+{
+    QFETCH(QString, shape);
+    const auto cost = [&shape](int names) {
+        const QList<SignalItem> rows = picksOfShape(shape, names);
+        QList<SignalItem> buses;
+        QList<SignalItem> singles;
+        partitionSignals(rows, buses, singles);
+        const BlockCount counted;
+        IncomingSignals incoming(buses, singles);
+        for (const SignalItem &row : rows)
+            incoming.meet(row);
         return counted.blocks();
     };
     const qint64 small = cost(2048);

@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: The project's authors
 // SPDX-License-Identifier: MIT
 
+#include "alikenames.h"
+#include "blockcount.h"
 #include "literalvalidation.h"
 #include "molkcore.h"
 #include "testmain.h"
@@ -45,7 +47,9 @@ private slots:
     void linesStandInOrder();
 
     void randomConfigurationsAreJudgedAsByThePlainWay();
-    void manyNetsWithEqualHashesAreToldApart();
+    void namesThatAreAlikeToAHashAreToldApart();
+    void costsGrowWithTheNames_data();
+    void costsGrowWithTheNames();
 };
 
 namespace {
@@ -409,22 +413,51 @@ void tst_Validation::randomConfigurationsAreJudgedAsByThePlainWay()
     QVERIFY(withFaults < 4900);
 }
 
-void tst_Validation::manyNetsWithEqualHashesAreToldApart()
+void tst_Validation::namesThatAreAlikeToAHashAreToldApart()
 {
-    // "Aa" and "BB" have one hash under the usual multiplication by 31, and so has every mixture.
     QList<SignalItem> items;
-    for (int i = 0; i < 4096; ++i) {
-        QString name;
-        for (int bit = 0; bit < 12; ++bit)
-            name += QLatin1String(i >> bit & 1 ? "Aa" : "BB");
-        items.append(single(name));
-    }
+    for (int i = 0; i < 4096; ++i)
+        items.append(single(alikeName(i)));
     items.append(items.at(17));
     Cores cores;
     drive(cores.add(), 0, items);
 
     QCOMPARE(cores.faults(), literalFaults(cores.cores, nullptr));
     QCOMPARE(cores.faults().size(), 1);
+}
+
+// Distinct names, names that were made to meet in a hash table, each name twice, one name for all.
+static QString nameOfShape(const QString &shape, int number)
+{
+    if (shape == "alike")
+        return alikeName(number);
+    return QString("top/q%1").arg(shape == "twice" ? number / 2 : shape == "one" ? 0 : number);
+}
+
+void tst_Validation::costsGrowWithTheNames_data()
+{
+    QTest::addColumn<QString>("shape");
+
+    for (const char *shape : {"distinct", "alike", "twice", "one"})
+        QTest::newRow(shape) << QString::fromLatin1(shape);
+}
+
+void tst_Validation::costsGrowWithTheNames()
+{
+    QFETCH(QString, shape);
+    const auto cost = [&shape](int names) {
+        QList<SignalItem> items;
+        for (int i = 0; i < names; ++i)
+            items.append(single(nameOfShape(shape, i)));
+        Cores cores;
+        drive(cores.add(), 0, items);
+        const BlockCount counted;
+        const QStringList faults = cores.faults();
+        return counted.blocks();
+    };
+    const qint64 small = cost(2048);
+    QVERIFY(small > 2048);
+    QVERIFY2(cost(20480) < 13 * small, "ten times the names cost more than 13 times as much");
 }
 
 MOLK_TEST_GUILESS_MAIN(tst_Validation)
