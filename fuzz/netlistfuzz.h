@@ -20,17 +20,14 @@
 /// The name of a file with these bytes; the same for every call.
 inline QString fileWith(const std::uint8_t *data, std::size_t size)
 {
-    static QTemporaryFile *const file = [] {
-        auto *made = new QTemporaryFile;
-        if (!made->open())
-            std::abort();
-        return made;
-    }();
-    file->resize(0);
-    file->seek(0);
-    file->write(reinterpret_cast<const char *>(data), qint64(size));
-    file->flush();
-    return file->fileName();
+    static QTemporaryFile file;
+    if (!file.isOpen() && !file.open())
+        std::abort();
+    file.resize(0);
+    file.seek(0);
+    file.write(reinterpret_cast<const char *>(data), qint64(size));
+    file.flush();
+    return file.fileName();
 }
 
 /// Ends the program unless the netlist of \a table finds its first nets by their names.

@@ -282,7 +282,11 @@ void VerilogTokens::read()
         } else if (*at == '\\') {
             while (next < stop && !isBlank(*next))
                 ++next;
-            add(at + 1, next, VerilogToken::Word);
+            // A backslash without a name behind it names nothing.
+            if (next > at + 1)
+                add(at + 1, next, VerilogToken::Word);
+            else
+                add(at, next, VerilogToken::Symbol);
         } else if (isDigit(*at) || (*at == '\'' && startsBase(at + 1, stop))) {
             next = *at == '\'' ? numberEnd(at + 1, stop) : numberEnd(at, stop);
             add(at, next, VerilogToken::Number);

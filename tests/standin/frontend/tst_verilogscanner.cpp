@@ -4,8 +4,6 @@
 #include "frontend/verilogscanner.h"
 #include "testmain.h"
 
-#include <QElapsedTimer>
-
 using Standin::DesignGraph;
 
 class tst_VerilogScanner : public QObject
@@ -23,9 +21,10 @@ private slots:
     void vhdlIsScanned();
     void stubsHaveWhatInstancesUse_data();
     void stubsHaveWhatInstancesUse();
+    void backslashAloneNamesNothing();
     void ownParametersAreKnown();
-    void timeGrowsWithTheLength_data();
-    void timeGrowsWithTheLength();
+    void longTextsAreScanned_data();
+    void longTextsAreScanned();
 };
 
 /// One line a module: "name: type instance, type instance".
@@ -65,6 +64,8 @@ void tst_VerilogScanner::instancesAreFound_data()
                              << "leaf u, other v";
     QTest::newRow("case") << QByteArray("case (A) 0: leaf u(x); default: other v(y); endcase")
                           << "leaf u, other v";
+    QTest::newRow("escaped-nothing")
+        << QByteArray("\\ u (); u #(.A(1)) \\ (); leaf v(x);") << "leaf v";
     QTest::newRow("concatenation") << QByteArray("leaf u({a, b}, c[1:0], f(x, y));") << "leaf u";
     QTest::newRow("dollar") << QByteArray("lpm$x u$1(x);") << "lpm$x u$1";
     QTest::newRow("behind-function")
@@ -269,6 +270,14 @@ void tst_VerilogScanner::stubsHaveWhatInstancesUse()
           "stubs");
 }
 
+void tst_VerilogScanner::backslashAloneNamesNothing()
+{
+    const DesignGraph graph =
+        Standin::scanVerilog("module m; \\ u (); leaf #(\\ ) v (.a()); endmodule\n");
+    QCOMPARE(graph.unknownTypes(), QList<QByteArray>{"leaf"});
+    QVERIFY(!Standin::stubModules(graph).contains('\\'));
+}
+
 void tst_VerilogScanner::ownParametersAreKnown()
 {
     const DesignGraph graph = Standin::scanVerilog(
@@ -280,7 +289,7 @@ void tst_VerilogScanner::ownParametersAreKnown()
     QCOMPARE(vhdl.all().first().parameters, (QVector<QByteArray>{"A", "B", "C"}));
 }
 
-void tst_VerilogScanner::timeGrowsWithTheLength_data()
+void tst_VerilogScanner::longTextsAreScanned_data()
 {
     QTest::addColumn<QByteArray>("piece");
 
@@ -302,15 +311,13 @@ void tst_VerilogScanner::timeGrowsWithTheLength_data()
     QTest::newRow("defparams") << QByteArray("defparam a.b = ");
 }
 
-/// Texts that would take a reader that looks ahead again and again minutes.
-void tst_VerilogScanner::timeGrowsWithTheLength()
+/// Texts that would take a reader that looks ahead again and again minutes. Such a reader runs into
+/// the time limit of the whole program.
+void tst_VerilogScanner::longTextsAreScanned()
 {
     QFETCH(QByteArray, piece);
     const QByteArray text = "module top;\n" + piece.repeated(200000);
-    QElapsedTimer elapsed;
-    elapsed.start();
-    Standin::scanVerilog(text);
-    QVERIFY2(elapsed.elapsed() < 20000, "the scan takes far too long");
+    QVERIFY(!Standin::scanVerilog(text).all().isEmpty());
 }
 
 MOLK_TEST_GUILESS_MAIN(tst_VerilogScanner)
