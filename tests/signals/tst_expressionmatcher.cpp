@@ -194,14 +194,33 @@ void TestExpressionMatcher::answersEqualExactMatch_data()
     QTest::newRow("expression-any-case") << false << false;
 }
 
-// Returns whether the expression is covered.
-static bool compareAnswers(const QString &pattern, Qt::CaseSensitivity sensitivity,
-                           QRegExp::PatternSyntax syntax, const QStringList &names)
+namespace {
+
+// What has been compared so far.
+struct Compared
+{
+    int expressions = 0;
+    int covered = 0;
+    int invalid = 0;
+    int pairs = 0;
+    int matches = 0;
+};
+
+} // namespace
+
+static void compareAnswers(const QString &pattern, Qt::CaseSensitivity sensitivity,
+                           QRegExp::PatternSyntax syntax, const QStringList &names,
+                           Compared *compared)
 {
     const ExpressionMatcher matcher(pattern, sensitivity, syntax);
     const QRegExp expression(pattern, sensitivity, syntax);
+    ++compared->expressions;
+    compared->covered += matcher.isCovered() ? 1 : 0;
+    compared->invalid += expression.isValid() ? 0 : 1;
     for (const QString &name : names) {
         const bool expected = expression.exactMatch(name);
+        ++compared->pairs;
+        compared->matches += expected ? 1 : 0;
         if (matcher.matches(name) != expected) {
             const QString what = QString("%1 on %2: syntax %3, sensitivity %4, wanted %5")
                                      .arg(pattern, name)
@@ -211,16 +230,26 @@ static bool compareAnswers(const QString &pattern, Qt::CaseSensitivity sensitivi
             QTest::qFail(qPrintable(what), __FILE__, __LINE__);
         }
     }
-    return matcher.isCovered();
 }
 
+// A comparison of QRegExp with itself, or of answers that are all alike, would say nothing.
+static void checkCompared(const Compared &compared, int wantedPairs)
+{
+    QCOMPARE(compared.pairs, wantedPairs);
+    QVERIFY(compared.covered > compared.expressions / 5);
+    QVERIFY(compared.invalid > compared.expressions / 50);
+    QVERIFY(compared.matches > compared.pairs / 50);
+    QVERIFY(compared.matches < compared.pairs / 2);
+}
+
+// All comparisons together are more than a million pairs.
 void TestExpressionMatcher::answersEqualExactMatch()
 {
     QFETCH(bool, wildcard);
     QFETCH(bool, caseSensitive);
     RandomText random(wildcard ? 31 : 32);
-    int covered = 0;
-    static const int rounds = 4000;
+    Compared compared;
+    static const int rounds = 11000;
     for (int round = 0; round < rounds && !QTest::currentTestFailed(); ++round) {
         const QString pattern = wildcard ? random.wildcard() : random.expression();
         const auto sensitivity = caseSensitive ? Qt::CaseSensitive : Qt::CaseInsensitive;
@@ -228,10 +257,9 @@ void TestExpressionMatcher::answersEqualExactMatch()
         QStringList names;
         for (int k = 0; k < 25; ++k)
             names.append(random.name("aAbBc/1[]."));
-        covered += compareAnswers(pattern, sensitivity, syntax, names) ? 1 : 0;
+        compareAnswers(pattern, sensitivity, syntax, names, &compared);
     }
-    // Else this compares QRegExp with itself.
-    QVERIFY(covered > rounds / 5);
+    checkCompared(compared, rounds * 25);
 }
 
 void TestExpressionMatcher::answersEqualExactMatchOnAnyCharacters()
@@ -239,7 +267,9 @@ void TestExpressionMatcher::answersEqualExactMatchOnAnyCharacters()
     RandomText random(33);
     const QString alphabet =
         QString::fromUtf8("abk\u212aS\u017f\u00e9\u00c9\u0130i\n\u1e9e\u00df\t");
-    for (int round = 0; round < 3000 && !QTest::currentTestFailed(); ++round) {
+    Compared compared;
+    static const int rounds = 10000;
+    for (int round = 0; round < rounds && !QTest::currentTestFailed(); ++round) {
         const bool wildcard = random.below(2);
         const QString pattern = wildcard ? random.wildcard() : random.expression();
         QStringList names;
@@ -247,8 +277,9 @@ void TestExpressionMatcher::answersEqualExactMatchOnAnyCharacters()
             names.append(random.name(alphabet));
         compareAnswers(random.one({pattern, pattern + "*k", "[^s]*" + pattern, "i" + pattern}),
                        random.below(2) ? Qt::CaseSensitive : Qt::CaseInsensitive,
-                       wildcard ? QRegExp::WildcardUnix : QRegExp::RegExp, names);
+                       wildcard ? QRegExp::WildcardUnix : QRegExp::RegExp, names, &compared);
     }
+    checkCompared(compared, rounds * 8);
 }
 
 void TestExpressionMatcher::manyStatesAreForgotten()
@@ -263,18 +294,23 @@ void TestExpressionMatcher::manyStatesAreForgotten()
             name += random.name("ab").left(1);
         names.append(name);
     }
-    compareAnswers(pattern, Qt::CaseSensitive, QRegExp::RegExp, names);
+    Compared compared;
+    compareAnswers(pattern, Qt::CaseSensitive, QRegExp::RegExp, names, &compared);
+    QVERIFY(compared.covered);
 }
 
 void TestExpressionMatcher::longExpressionsAreMatchedToo()
 {
+    Compared compared;
     const QString path = QString("u_level/").repeated(60);
     for (int size : {200, 255, 256, 257, 400}) {
         const QString name = path.left(size);
-        compareAnswers(name, Qt::CaseSensitive, QRegExp::WildcardUnix, {name, name + "x", path});
+        compareAnswers(name, Qt::CaseSensitive, QRegExp::WildcardUnix, {name, name + "x", path},
+                       &compared);
         compareAnswers(name.left(size - 2) + ".*", Qt::CaseInsensitive, QRegExp::RegExp,
-                       {name, name.left(size - 3), path.toUpper()});
+                       {name, name.left(size - 3), path.toUpper()}, &compared);
     }
+    QCOMPARE(compared.pairs, 30);
 }
 
 void TestExpressionMatcher::costsGrowWithTheNames()

@@ -68,7 +68,9 @@ void TestLiteralMatcher::answersEqualIndexOf()
             text += alphabet.at(int(random.bounded(alphabet.size())));
         return text;
     };
-    for (int round = 0; round < 200000; ++round) {
+    static const int rounds = 550000; // Two pairs each.
+    int found = 0;
+    for (int round = 0; round < rounds; ++round) {
         const QString &alphabet = alphabets[random.bounded(4)];
         const QString text = word(alphabet, random.bounded(4) ? 3 : 12);
         const QString name = word(alphabet, 40);
@@ -76,8 +78,11 @@ void TestLiteralMatcher::answersEqualIndexOf()
             const bool expected = name.indexOf(text, 0, sensitivity) != -1;
             if (LiteralMatcher(text, sensitivity).isIn(name) != expected)
                 QFAIL(qPrintable(text + " in " + name));
+            found += expected ? 1 : 0;
         }
     }
+    QVERIFY(found > rounds / 5);
+    QVERIFY(found < rounds + rounds / 2);
 }
 
 void TestLiteralMatcher::otherCharactersThanAsciiAreTold()
