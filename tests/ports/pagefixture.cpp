@@ -50,6 +50,29 @@ std::unique_ptr<MolkCore> makeCore(const QList<QList<SignalItem>> &probeIns,
     return core;
 }
 
+QList<SignalItem> signalsOfWidths(const QList<int> &widths)
+{
+    QList<SignalItem> items;
+    for (int i = 0; i < widths.size(); ++i) {
+        const QString name = QString("top/s%1").arg(i);
+        items.append(widths.at(i) == 1 ? net(name) : bus(name, widths.at(i)));
+    }
+    return items;
+}
+
+std::unique_ptr<MolkCore> coreOfWidths(const QList<int> &widths, const QString &value)
+{
+    auto core = makeCore({{}}, {signalsOfWidths(widths)});
+    core->getProbeOut(0)->setValue(value);
+    return core;
+}
+
+void typeDigits(InitialValueLine *line, const QString &digits)
+{
+    line->setCursorPosition(2);
+    QTest::keyClicks(line, digits);
+}
+
 void runInLoop(const std::function<void()> &act)
 {
     QEventLoop loop;
@@ -102,6 +125,11 @@ QString PageFixture::bits(int port) const
     for (const QLabel *label : line(port)->labels)
         texts.append(label->text());
     return texts.join("|");
+}
+
+void PageFixture::leaveLines()
+{
+    treeProbeIn->setFocus();
 }
 
 void PageFixture::call(const char *slot)

@@ -20,10 +20,20 @@ MOLK::SignalItem net(const QString &name);
 /// A bus \a name[width-1:0] of \a width bits, all of which may be chosen.
 MOLK::SignalItem bus(const QString &name, int width);
 
+/// Signals of these widths: single nets, and buses where there is more than one bit.
+QList<MOLK::SignalItem> signalsOfWidths(const QList<int> &widths);
+
 /// A core with a Probe In for each entry of \a probeIns and a Probe Out for each of \a probeOuts,
 /// both one at least.
 std::unique_ptr<MOLK::MolkCore> makeCore(const QList<QList<MOLK::SignalItem>> &probeIns,
                                          const QList<QList<MOLK::SignalItem>> &probeOuts);
+
+/// A core with one Probe Out of signals that have these widths, and with \a value.
+std::unique_ptr<MOLK::MolkCore> coreOfWidths(const QList<int> &widths,
+                                             const QString &value = "0x0");
+
+/// Types \a digits over the digits of a line, from the first one on.
+void typeDigits(MOLK::InitialValueLine *line, const QString &digits);
 
 /// Runs \a act in an event loop of its own, and after it everything that \a act has posted. Slots
 /// that run in the application always stand in such a loop, and what they delete late outlives any
@@ -56,6 +66,9 @@ struct PageFixture
 
     /// The bits of a Probe Out as its labels show them, joined by "|".
     QString bits(int port) const;
+
+    /// Moves the focus away from the value lines, which commits.
+    void leaveLines();
 
     /// Calls a private slot as a connection does.
     void call(const char *slot);

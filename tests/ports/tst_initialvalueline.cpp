@@ -9,7 +9,6 @@
 #include <QApplication>
 #include <QLabel>
 #include <QRegExpValidator>
-#include <QShortcut>
 #include <QSignalSpy>
 
 using namespace MOLK;
@@ -31,43 +30,12 @@ private slots:
     void tooWideValueIsRefused();
     void refusalNamesTheNumberOfTheMoment();
     void commitRunsTwiceAtALossOfFocus();
-    void returnCommitsNothing();
     void endOfEditingWouldCommit();
-    void keysFollowTheTable_data();
-    void keysFollowTheTable();
-    void modifiedComesAheadOfTheKey();
-    void allSelectedTextCantBeTypedOver();
-    void typingOverASelectedDigit();
-    void windowShortcutsStayAheadOfTheLine();
-    void wipedPrefixComesBackWithTheCommit();
     void contextMenuIsOff();
     void pageMayGoWhileTheMessageStands();
     void deletedLineTakesItsLabelsAlong();
     void commitAfterThePageIsGoneIsHarmless();
 };
-
-// A page with one Probe Out of signals that have these widths.
-static std::unique_ptr<MolkCore> coreOfWidths(const QList<int> &widths)
-{
-    QList<SignalItem> items;
-    for (int i = 0; i < widths.size(); ++i) {
-        const QString name = QString("top/s%1").arg(i);
-        items.append(widths.at(i) == 1 ? net(name) : bus(name, widths.at(i)));
-    }
-    return makeCore({{}}, {items});
-}
-
-// Types digits over all digits of a line that has the focus.
-static void typeDigits(InitialValueLine *line, const QString &digits)
-{
-    line->setCursorPosition(2);
-    QTest::keyClicks(line, digits);
-}
-
-static void leave(PageFixture &fixture)
-{
-    fixture.treeProbeIn->setFocus();
-}
 
 void tst_InitialValueLine::newLineReadsZero()
 {
@@ -215,7 +183,7 @@ void tst_InitialValueLine::focusLossCommitsAValue()
     QVERIFY(fixture.bits(0) != bits || !bits.contains('1'));
 
     QSignalSpy modified(fixture.page, SIGNAL(modified()));
-    leave(fixture);
+    fixture.leaveLines();
     QCOMPARE(fixture.bits(0), bits);
     QCOMPARE(fixture.value(0), shown);
     QCOMPARE(modified.count(), 0);
@@ -243,7 +211,7 @@ void tst_InitialValueLine::tooWideValueIsRefused()
     fixture.show();
     fixture.line(0)->setFocus();
     typeDigits(fixture.line(0), QString(digits.size(), '0').replace(digits.size() - 1, 1, "1"));
-    leave(fixture);
+    fixture.leaveLines();
     const QString goodValue = fixture.value(0);
     const QString goodBits = fixture.bits(0);
     QVERIFY(goodBits.endsWith('1'));
@@ -257,7 +225,7 @@ void tst_InitialValueLine::tooWideValueIsRefused()
     QStringList shownWhenTold;
     connect(fixture.page, &ProbePortsOptionWidget::modified, this,
             [&] { shownWhenTold.append(fixture.value(0)); });
-    runInLoop([&] { leave(fixture); });
+    runInLoop([&] { fixture.leaveLines(); });
 
     // The edit is told after the message, ahead of the return to the last good value.
     QVERIFY(driver.done());
@@ -288,7 +256,7 @@ void tst_InitialValueLine::refusalNamesTheNumberOfTheMoment()
         QVERIFY(qobject_cast<InitialValueLine *>(box->parentWidget()));
         box->button(QMessageBox::Ok)->click();
     });
-    runInLoop([&] { leave(fixture); });
+    runInLoop([&] { fixture.leaveLines(); });
     QVERIFY(driver.done());
 }
 
@@ -308,25 +276,9 @@ void tst_InitialValueLine::commitRunsTwiceAtALossOfFocus()
         ++commits;
         line->setCursorPosition(2);
     });
-    leave(fixture);
+    fixture.leaveLines();
     QCOMPARE(commits, 2);
     QCOMPARE(fixture.bits(0), QString("10010000"));
-}
-
-void tst_InitialValueLine::returnCommitsNothing()
-{
-    PageFixture fixture(coreOfWidths({8}));
-    fixture.show();
-    InitialValueLine *line = fixture.line(0);
-    line->setFocus();
-    QSignalSpy finished(line, SIGNAL(editingFinished()));
-    typeDigits(line, "5A");
-    QTest::keyClick(line, Qt::Key_Return);
-    QTest::keyClick(line, Qt::Key_Enter);
-    QCOMPARE(fixture.bits(0), QString("00000000"));
-    leave(fixture);
-    QCOMPARE(fixture.bits(0), QString("01011010"));
-    QCOMPARE(finished.count(), 0);
 }
 
 // The mask never lets the signal come, which is why it takes a call here.
@@ -336,159 +288,6 @@ void tst_InitialValueLine::endOfEditingWouldCommit()
     fixture.line(0)->setText("0x5A");
     QVERIFY(QMetaObject::invokeMethod(fixture.line(0), "editingFinished"));
     QCOMPARE(fixture.bits(0), QString("01011010"));
-}
-
-void tst_InitialValueLine::keysFollowTheTable_data()
-{
-    QTest::addColumn<int>("selectionStart");
-    QTest::addColumn<int>("cursor");
-    QTest::addColumn<int>("key");
-    QTest::addColumn<bool>("passes");
-    QTest::addColumn<QString>("shown");
-
-    const auto row = [](const char *name, int selectionStart, int cursor, int key, bool passes,
-                        const QString &shown) {
-        QTest::newRow(name) << selectionStart << cursor << key << passes << shown;
-    };
-    row("before-prefix-left", -1, 0, Qt::Key_Left, true, "0xABC");
-    row("before-prefix-right", -1, 0, Qt::Key_Right, true, "0xABC");
-    row("before-prefix-delete", -1, 0, Qt::Key_Delete, false, "0xABC");
-    row("before-prefix-backspace", -1, 0, Qt::Key_Backspace, false, "0xABC");
-    row("before-prefix-digit", -1, 0, Qt::Key_1, false, "0xABC");
-    row("inside-prefix-left", -1, 1, Qt::Key_Left, true, "0xABC");
-    row("inside-prefix-right", -1, 1, Qt::Key_Right, true, "0xABC");
-    row("inside-prefix-delete", -1, 1, Qt::Key_Delete, false, "0xABC");
-    row("inside-prefix-backspace", -1, 1, Qt::Key_Backspace, false, "0xABC");
-    row("inside-prefix-end", -1, 1, Qt::Key_End, false, "0xABC");
-    row("inside-prefix-digit", -1, 1, Qt::Key_1, false, "0xABC");
-    row("behind-prefix-backspace", -1, 2, Qt::Key_Backspace, false, "0xABC");
-    row("behind-prefix-delete", -1, 2, Qt::Key_Delete, true, "0x0BC");
-    row("behind-prefix-digit", -1, 2, Qt::Key_1, true, "0x1BC");
-    row("behind-prefix-left", -1, 2, Qt::Key_Left, true, "0xABC");
-    row("in-digits-backspace", -1, 3, Qt::Key_Backspace, true, "0x0BC");
-    row("in-digits-delete", -1, 3, Qt::Key_Delete, true, "0xA0C");
-    row("in-digits-digit", -1, 4, Qt::Key_1, true, "0xAB1");
-    row("in-digits-shift", -1, 4, Qt::Key_Shift, true, "0xABC");
-    row("in-digits-return", -1, 4, Qt::Key_Return, true, "0xABC");
-    row("in-digits-escape", -1, 4, Qt::Key_Escape, true, "0xABC");
-    row("at-end-digit", -1, 5, Qt::Key_1, true, "0xABC");
-    row("selected-from-0-left", 0, 5, Qt::Key_Left, true, "0xABC");
-    row("selected-from-0-right", 0, 5, Qt::Key_Right, true, "0xABC");
-    row("selected-from-0-delete", 0, 5, Qt::Key_Delete, false, "0xABC");
-    row("selected-from-0-backspace", 0, 5, Qt::Key_Backspace, false, "0xABC");
-    row("selected-from-0-digit", 0, 5, Qt::Key_1, false, "0xABC");
-    row("selected-from-1-left", 1, 3, Qt::Key_Left, true, "0xABC");
-    row("selected-from-1-delete", 1, 3, Qt::Key_Delete, false, "0xABC");
-    row("selected-from-1-digit", 1, 3, Qt::Key_1, false, "0xABC");
-    row("selected-from-2-backspace", 2, 5, Qt::Key_Backspace, true, "0x000");
-    row("selected-from-2-delete", 2, 4, Qt::Key_Delete, true, "0x00C");
-    row("selected-from-2-digit", 2, 5, Qt::Key_1, true, "0x100");
-    row("selected-from-3-backspace", 3, 5, Qt::Key_Backspace, true, "0xA00");
-    row("selected-from-3-digit", 3, 5, Qt::Key_1, true, "0xA10");
-}
-
-void tst_InitialValueLine::keysFollowTheTable()
-{
-    QFETCH(int, selectionStart);
-    QFETCH(int, cursor);
-    QFETCH(int, key);
-    QFETCH(bool, passes);
-    QFETCH(QString, shown);
-
-    PageFixture fixture(coreOfWidths({12}));
-    fixture.show();
-    InitialValueLine *line = fixture.line(0);
-    line->setFocus();
-    line->setText("0xABC");
-    line->setCursorPosition(cursor);
-    if (selectionStart >= 0)
-        line->setSelection(selectionStart, cursor - selectionStart);
-    const int cursorBefore = line->cursorPosition();
-
-    QSignalSpy modified(fixture.page, SIGNAL(modified()));
-    QTest::keyClick(line, Qt::Key(key));
-    QCOMPARE(modified.count(), passes ? 1 : 0);
-    QCOMPARE(line->displayText(), shown);
-    if (!passes)
-        QCOMPARE(line->cursorPosition(), cursorBefore);
-}
-
-void tst_InitialValueLine::modifiedComesAheadOfTheKey()
-{
-    PageFixture fixture(coreOfWidths({4}));
-    fixture.show();
-    InitialValueLine *line = fixture.line(0);
-    line->setFocus();
-    line->setCursorPosition(2);
-
-    QStringList shown;
-    connect(fixture.page, &ProbePortsOptionWidget::modified, this,
-            [&] { shown.append(line->displayText()); });
-    QTest::keyClick(line, Qt::Key_7);
-    QTest::keyClick(line, Qt::Key_Left);
-    QCOMPARE(shown, QStringList({"0x0", "0x7"}));
-}
-
-void tst_InitialValueLine::allSelectedTextCantBeTypedOver()
-{
-    PageFixture fixture(coreOfWidths({8}));
-    fixture.show();
-    InitialValueLine *line = fixture.line(0);
-    line->setFocus();
-    line->selectAll();
-
-    QSignalSpy modified(fixture.page, SIGNAL(modified()));
-    QTest::keyClicks(line, "12");
-    QTest::keyClick(line, Qt::Key_Delete);
-    QCOMPARE(modified.count(), 0);
-    QCOMPARE(line->displayText(), QString("0x00"));
-    QTest::keyClick(line, Qt::Key_Right);
-    QCOMPARE(modified.count(), 1);
-    QVERIFY(!line->hasSelectedText());
-}
-
-void tst_InitialValueLine::typingOverASelectedDigit()
-{
-    PageFixture fixture(coreOfWidths({8}));
-    fixture.show();
-    InitialValueLine *line = fixture.line(0);
-    line->setFocus();
-    typeDigits(line, "AB");
-    line->setSelection(2, 1);
-    QTest::keyClick(line, Qt::Key_4);
-    QCOMPARE(line->displayText(), QString("0x4B"));
-}
-
-void tst_InitialValueLine::windowShortcutsStayAheadOfTheLine()
-{
-    PageFixture fixture(coreOfWidths({8}));
-    fixture.show();
-    InitialValueLine *line = fixture.line(0);
-    line->setFocus();
-    typeDigits(line, "AB");
-    line->setCursorPosition(2);
-
-    QShortcut shortcut(QKeySequence(Qt::Key_Delete), fixture.widget.get());
-    QSignalSpy activated(&shortcut, SIGNAL(activated()));
-    QTest::keyClick(fixture.widget->windowHandle(), Qt::Key_Delete);
-    QCOMPARE(activated.count(), 1);
-    QCOMPARE(line->displayText(), QString("0xAB"));
-}
-
-void tst_InitialValueLine::wipedPrefixComesBackWithTheCommit()
-{
-    PageFixture fixture(coreOfWidths({8}));
-    fixture.show();
-    InitialValueLine *line = fixture.line(0);
-    line->setFocus();
-    typeDigits(line, "AB");
-    line->setCursorPosition(4);
-    QTest::keyClick(line, Qt::Key_Backspace, Qt::ControlModifier);
-    QCOMPARE(line->displayText(), QString("0000"));
-
-    leave(fixture);
-    QCOMPARE(fixture.value(0), QString("0x00"));
-    QCOMPARE(fixture.bits(0), QString("00000000"));
 }
 
 void tst_InitialValueLine::contextMenuIsOff()

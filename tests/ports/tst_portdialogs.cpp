@@ -1,20 +1,16 @@
 // SPDX-FileCopyrightText: The project's authors
 // SPDX-License-Identifier: MIT
 
+#include "dialoganswers.h"
 #include "modaldriver.h"
-#include "molksignalselectdialog.h"
 #include "pagefixture.h"
 #include "probedialog.h"
 #include "testwidgetsmain.h"
-#include "treelines.h"
 
 #include "netlist/netlistbuilder.h"
 
 #include "fathom/rtlnetlist.h"
 
-#include <QDialogButtonBox>
-#include <QLineEdit>
-#include <QPushButton>
 #include <QSignalSpy>
 #include <QToolButton>
 
@@ -41,29 +37,11 @@ private slots:
     void pageMayGoUnderADialog_data();
     void pageMayGoUnderADialog();
     void missingRowOpensNothing();
-    void pickedClockIsTakenOver();
-    void clockIsSearchedAsForAProbeIn();
-    void cancelledClockSearchChangesNothing();
-    void pageMayGoUnderTheClockSearch();
 };
 
 static QStringList dialogRows(const ProbeDialog *dialog)
 {
     return treeLines(dialog->findChild<QTreeWidget *>("treeWidget")->model());
-}
-
-static void press(const QDialog *dialog, QDialogButtonBox::StandardButton button)
-{
-    dialog->findChild<QDialogButtonBox *>("buttonBox")->button(button)->click();
-}
-
-// Searches for everything and takes over the first row.
-static void pickFirst(MolkSignalSelectDialog *dialog)
-{
-    dialog->findChild<QPushButton *>("pushButtonSearch")->click();
-    auto *tree = dialog->findChild<QTreeWidget *>("treeWidget");
-    tree->topLevelItem(0)->setSelected(true);
-    dialog->findChild<QPushButton *>("btnAdd")->click();
 }
 
 void tst_PortDialogs::doubleClickEditsTheProbeIn()
@@ -254,13 +232,6 @@ void tst_PortDialogs::acceptedEditIsToldWhenAllIsDone()
     QVERIFY(driver.done());
 }
 
-// What a search for everything finds.
-static QStringList foundBy(MolkSignalSelectDialog *dialog)
-{
-    dialog->findChild<QPushButton *>("pushButtonSearch")->click();
-    return treeLines(dialog->findChild<QTreeWidget *>("treeWidget")->model());
-}
-
 void tst_PortDialogs::dialogsSearchTheNetlistOfTheMoment()
 {
     Standin::NetlistBuilder oldDesign("old");
@@ -362,84 +333,6 @@ void tst_PortDialogs::missingRowOpensNothing()
     fixture.call("editProbeIn", fixture.treeProbeOut->topLevelItem(0));
     fixture.call("editProbeOut", fixture.treeProbeIn->topLevelItem(0));
     QVERIFY(driver.done());
-}
-
-void tst_PortDialogs::pickedClockIsTakenOver()
-{
-    Standin::NetlistBuilder builder("top");
-    builder.addNet(0, "clk");
-    std::unique_ptr<FATHOM::RtlNetlist> netlist(builder.build());
-    auto core = makeCore({{}}, {{}});
-    core->useUserClock = true;
-    PageFixture fixture(std::move(core), netlist.get());
-    QSignalSpy modifed(fixture.widget.get(), SIGNAL(modifed()));
-    ModalDriver driver;
-    for (int i = 0; i < 2; ++i)
-        driver.expectDialog<MolkSignalSelectDialog>([&](MolkSignalSelectDialog *dialog) {
-            QCOMPARE(dialog->parentWidget(), fixture.page);
-            pickFirst(dialog);
-            press(dialog, QDialogButtonBox::Ok);
-        });
-    fixture.child<QPushButton>("btnUserClock")->click();
-    QCOMPARE(fixture.child<QLineEdit>("lineEditUserClock")->text(), QString("top/clk"));
-    QCOMPARE(modifed.count(), 2);
-
-    // The same name again is an edit too, though the text doesn't change.
-    fixture.child<QPushButton>("btnUserClock")->click();
-    QCOMPARE(modifed.count(), 3);
-    QVERIFY(driver.done());
-    QCOMPARE(fixture.core->getUserClockName(), QString());
-}
-
-void tst_PortDialogs::clockIsSearchedAsForAProbeIn()
-{
-    Standin::NetlistBuilder builder("top");
-    builder.addNet(0, "driven", Standin::NoProbeOut);
-    builder.addNet(0, "unseen", Standin::NoProbeIn);
-    const std::unique_ptr<FATHOM::RtlNetlist> netlist(builder.build());
-    auto core = makeCore({{}}, {{}});
-    core->useUserClock = true;
-    PageFixture fixture(std::move(core), netlist.get());
-    ModalDriver driver;
-    driver.expectDialog<MolkSignalSelectDialog>([](MolkSignalSelectDialog *dialog) {
-        QCOMPARE(foundBy(dialog), QStringList({"top/driven", "top/unseen"}));
-        const auto *tree = dialog->findChild<QTreeWidget *>("treeWidget");
-        QVERIFY(!tree->topLevelItem(0)->isDisabled());
-        QVERIFY(tree->topLevelItem(1)->isDisabled());
-        press(dialog, QDialogButtonBox::Cancel);
-    });
-    fixture.child<QPushButton>("btnUserClock")->click();
-    QVERIFY(driver.done());
-}
-
-void tst_PortDialogs::cancelledClockSearchChangesNothing()
-{
-    auto core = makeCore({{}}, {{}});
-    core->setUserClockName("top/clk");
-    core->useUserClock = true;
-    PageFixture fixture(std::move(core));
-    QSignalSpy modifed(fixture.widget.get(), SIGNAL(modifed()));
-    ModalDriver driver;
-    driver.expectDialog<MolkSignalSelectDialog>(
-        [](MolkSignalSelectDialog *dialog) { press(dialog, QDialogButtonBox::Cancel); });
-    driver.expectDialog<MolkSignalSelectDialog>(
-        [](MolkSignalSelectDialog *dialog) { press(dialog, QDialogButtonBox::Ok); });
-    fixture.child<QPushButton>("btnUserClock")->click();
-    fixture.child<QPushButton>("btnUserClock")->click();
-    QVERIFY(driver.done());
-    QCOMPARE(fixture.child<QLineEdit>("lineEditUserClock")->text(), QString("top/clk"));
-    QCOMPARE(modifed.count(), 0);
-}
-
-void tst_PortDialogs::pageMayGoUnderTheClockSearch()
-{
-    PageFixture fixture(makeCore({{}}, {{}}));
-    ModalDriver driver;
-    driver.expectDialog<MolkSignalSelectDialog>(
-        [&](MolkSignalSelectDialog *) { fixture.widget.reset(); });
-    runInLoop([&] { fixture.call("onbtnUserClock"); });
-    QVERIFY(driver.done());
-    QVERIFY(!fixture.widget);
 }
 
 MOLK_TEST_MAIN(tst_PortDialogs)

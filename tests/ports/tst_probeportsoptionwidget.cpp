@@ -1,10 +1,7 @@
 // SPDX-FileCopyrightText: The project's authors
 // SPDX-License-Identifier: MIT
 
-#include "modaldriver.h"
 #include "pagefixture.h"
-#include "probedialog.h"
-#include "signaldisplay.h"
 #include "testwidgetsmain.h"
 #include "treelines.h"
 
@@ -15,7 +12,6 @@
 
 #include <QCheckBox>
 #include <QLineEdit>
-#include <QPushButton>
 #include <QSignalSpy>
 
 using namespace MOLK;
@@ -28,11 +24,6 @@ private slots:
     void tabIsTheOnlyOne();
     void freshCoreShowsOneOfEach();
     void coreIsShownInThreeTrees();
-    void clockNameDoesntMarkTheDocument();
-    void usedClockWithoutANameIsShown();
-    void uncheckingKeepsTheClockName();
-    void clockControlsFollowTheBox();
-    void typingAClockNameIsAnEdit();
     void storeWritesWhatOnlyWidgetsHold();
     void storeFindsLinesByThePortsNumber();
     void storeTakesAValueStillBeingTyped();
@@ -104,75 +95,6 @@ void tst_ProbePortsOptionWidget::coreIsShownInThreeTrees()
         QCOMPARE(fixture.treeValue->topLevelItem(i)->type(), 1001);
         QCOMPARE(fixture.line(i)->index, i);
     }
-}
-
-void tst_ProbePortsOptionWidget::clockNameDoesntMarkTheDocument()
-{
-    auto core = makeCore({{}}, {{}});
-    core->setUserClockName("top/clk");
-    core->useUserClock = true;
-    Standin::Host host;
-
-    // The relay is the last thing to be connected.
-    MolkOptionWidget widget(core.get(), nullptr, nullptr);
-    QSignalSpy modifed(&widget, SIGNAL(modifed()));
-    QCOMPARE(modifed.count(), 0);
-    auto *clock = widget.findChild<QLineEdit *>("lineEditUserClock");
-    QCOMPARE(clock->text(), QString("top/clk"));
-    clock->setText("top/clk2");
-    QCOMPARE(modifed.count(), 1);
-}
-
-void tst_ProbePortsOptionWidget::usedClockWithoutANameIsShown()
-{
-    auto core = makeCore({{}}, {{}});
-    core->useUserClock = true;
-    PageFixture fixture(std::move(core));
-    QVERIFY(fixture.child<QCheckBox>("checkUserClock")->isChecked());
-    for (const char *name : {"labelClock", "lineEditUserClock", "btnUserClock"})
-        QVERIFY(fixture.child<QWidget>(name)->isEnabled());
-}
-
-void tst_ProbePortsOptionWidget::uncheckingKeepsTheClockName()
-{
-    auto core = makeCore({{}}, {{}});
-    core->setUserClockName("top/clk");
-    core->useUserClock = true;
-    PageFixture fixture(std::move(core));
-    auto *box = fixture.child<QCheckBox>("checkUserClock");
-    box->click();
-    QCOMPARE(fixture.child<QLineEdit>("lineEditUserClock")->text(), QString("top/clk"));
-    QVERIFY(fixture.core->useUserClock);
-
-    fixture.widget->storeToModel();
-    QVERIFY(!fixture.core->useUserClock);
-    QCOMPARE(fixture.core->getUserClockName(), QString("top/clk"));
-    box->click();
-    QCOMPARE(fixture.child<QLineEdit>("lineEditUserClock")->text(), QString("top/clk"));
-}
-
-void tst_ProbePortsOptionWidget::clockControlsFollowTheBox()
-{
-    PageFixture fixture(makeCore({{}}, {{}}));
-    QSignalSpy modifed(fixture.widget.get(), SIGNAL(modifed()));
-    for (const bool used : {true, false}) {
-        modifed.clear();
-        fixture.child<QCheckBox>("checkUserClock")->click();
-        QCOMPARE(modifed.count(), 1);
-        for (const char *name : {"labelClock", "lineEditUserClock", "btnUserClock"})
-            QCOMPARE(fixture.child<QWidget>(name)->isEnabled(), used);
-    }
-    QVERIFY(!fixture.core->useUserClock);
-}
-
-void tst_ProbePortsOptionWidget::typingAClockNameIsAnEdit()
-{
-    PageFixture fixture(makeCore({{}}, {{}}));
-    fixture.child<QCheckBox>("checkUserClock")->click();
-    QSignalSpy modifed(fixture.widget.get(), SIGNAL(modifed()));
-    QTest::keyClicks(fixture.child<QLineEdit>("lineEditUserClock"), "clk");
-    QCOMPARE(modifed.count(), 3);
-    QCOMPARE(fixture.core->getUserClockName(), QString());
 }
 
 void tst_ProbePortsOptionWidget::storeWritesWhatOnlyWidgetsHold()

@@ -7,7 +7,6 @@
 #include "treelines.h"
 #include "valueconversion.h"
 
-#include <QApplication>
 #include <QLabel>
 #include <QRandomGenerator>
 #include <QSignalSpy>
@@ -35,23 +34,6 @@ private slots:
     void focusedLineThatIsDisabledCommitsFirst();
     void randomEditsAgreeWithTheStepByStepReading();
 };
-
-static QList<SignalItem> signalsOfWidths(const QList<int> &widths)
-{
-    QList<SignalItem> items;
-    for (int i = 0; i < widths.size(); ++i) {
-        const QString name = QString("top/s%1").arg(i);
-        items.append(widths.at(i) == 1 ? net(name) : bus(name, widths.at(i)));
-    }
-    return items;
-}
-
-static std::unique_ptr<MolkCore> coreWithValue(const QList<int> &widths, const QString &value)
-{
-    auto core = makeCore({{}}, {signalsOfWidths(widths)});
-    core->getProbeOut(0)->setValue(value);
-    return core;
-}
 
 static void refresh(PageFixture &fixture)
 {
@@ -115,7 +97,7 @@ void tst_ValueRefresh::loadTakesTheLowBits()
     QFETCH(QString, shown);
     QFETCH(QString, bits);
 
-    PageFixture fixture(coreWithValue(widths, stored));
+    PageFixture fixture(coreOfWidths(widths, stored));
     QCOMPARE(fixture.value(0), shown);
     QCOMPARE(fixture.bits(0), bits);
     QCOMPARE(fixture.line(0)->isEnabled(), !widths.isEmpty());
@@ -152,7 +134,7 @@ void tst_ValueRefresh::changedPortKeepsItsBitsFromTheLeft()
     QFETCH(QString, shown);
     QFETCH(QString, bits);
 
-    PageFixture fixture(coreWithValue(before, value));
+    PageFixture fixture(coreOfWidths(before, value));
     setWidths(fixture, 0, after);
     QCOMPARE(fixture.value(0), shown);
     QCOMPARE(fixture.bits(0), bits);
@@ -169,7 +151,7 @@ static void growFromTwoToFive(PageFixture &fixture)
 
 void tst_ValueRefresh::grownDigitsComeBackAsBlanks()
 {
-    PageFixture fixture(coreWithValue({2}, "0x3"));
+    PageFixture fixture(coreOfWidths({2}, "0x3"));
     growFromTwoToFive(fixture);
     fixture.widget->storeToModel();
     QCOMPARE(fixture.core->getProbeOut(0)->getValue(), QString("0x10"));
@@ -177,19 +159,19 @@ void tst_ValueRefresh::grownDigitsComeBackAsBlanks()
 
 void tst_ValueRefresh::losingTheFocusTakesTheBlanksToo()
 {
-    PageFixture fixture(coreWithValue({2}, "0x3"));
+    PageFixture fixture(coreOfWidths({2}, "0x3"));
     fixture.show();
     growFromTwoToFive(fixture);
     fixture.line(0)->setFocus();
     QCOMPARE(fixture.bits(0), QString("11|000"));
-    fixture.treeProbeIn->setFocus();
+    fixture.leaveLines();
     QCOMPARE(fixture.bits(0), QString("10|000"));
     QCOMPARE(fixture.value(0), QString("0x10"));
 }
 
 void tst_ValueRefresh::refreshOfAnotherPortTakesTheBlanksToo()
 {
-    PageFixture fixture(coreWithValue({2}, "0x3"));
+    PageFixture fixture(coreOfWidths({2}, "0x3"));
     growFromTwoToFive(fixture);
     runInLoop([&] { fixture.call("onAddProbeOut"); });
     QCOMPARE(fixture.bits(0), QString("10|000"));
@@ -212,7 +194,7 @@ void tst_ValueRefresh::newPortIsDisabledUntilItHasASignal()
 
 void tst_ValueRefresh::losingAllSignalsClearsTheValue()
 {
-    PageFixture fixture(coreWithValue({1}, "0x1"));
+    PageFixture fixture(coreOfWidths({1}, "0x1"));
     setWidths(fixture, 0, {});
     QCOMPARE(fixture.value(0), QString("0x0"));
     QVERIFY(!fixture.line(0)->isEnabled());
@@ -222,7 +204,7 @@ void tst_ValueRefresh::losingAllSignalsClearsTheValue()
 
 void tst_ValueRefresh::labelsAreReplacedAndInOrder()
 {
-    PageFixture fixture(coreWithValue({2, 1, 3}, "0x2A"));
+    PageFixture fixture(coreOfWidths({2, 1, 3}, "0x2A"));
     const QList<QLabel *> before = fixture.line(0)->labels;
     fixture.page->refreshProbeOutSignals();
 
@@ -245,7 +227,7 @@ void tst_ValueRefresh::labelsAreReplacedAndInOrder()
 
 void tst_ValueRefresh::oldLabelsGoWhenTheLoopTurns()
 {
-    PageFixture fixture(coreWithValue({2, 1}, "0x5"));
+    PageFixture fixture(coreOfWidths({2, 1}, "0x5"));
     const QPointer<QLabel> old = fixture.line(0)->labels.first();
     refresh(fixture);
     turnLoop();
@@ -267,7 +249,7 @@ void tst_ValueRefresh::expansionStays()
 
 void tst_ValueRefresh::nothingIsEmitted()
 {
-    PageFixture fixture(coreWithValue({2, 1}, "0x5"));
+    PageFixture fixture(coreOfWidths({2, 1}, "0x5"));
     QSignalSpy modified(fixture.page, SIGNAL(modified()));
     QSignalSpy netlistChanged(fixture.page, SIGNAL(netlistChanged()));
     setWidths(fixture, 0, {8});
@@ -277,11 +259,10 @@ void tst_ValueRefresh::nothingIsEmitted()
 
 void tst_ValueRefresh::focusedLineThatIsDisabledCommitsFirst()
 {
-    PageFixture fixture(coreWithValue({6}, "0x00"));
+    PageFixture fixture(coreOfWidths({6}, "0x00"));
     fixture.show();
     fixture.line(0)->setFocus();
-    fixture.line(0)->setCursorPosition(2);
-    QTest::keyClicks(fixture.line(0), "7F");
+    typeDigits(fixture.line(0), "7F");
 
     ModalDriver driver;
     driver.expectMessage("Error",
