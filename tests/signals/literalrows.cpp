@@ -3,12 +3,38 @@
 
 #include "literalrows.h"
 
+#include "fathom/rtlnet.h"
+#include "fathom/rtlnetbus.h"
+
 #include <QApplication>
 #include <QBrush>
 #include <QPalette>
 #include <QTreeWidget>
 
 namespace Literal {
+
+SignalItem itemOf(const FATHOM::RtlNet *net)
+{
+    SignalItem item;
+    item.name = net->fullPathName();
+    item.selectable = !net->noProbeOut;
+    item.kind = 0;
+    return item;
+}
+
+SignalItem itemOf(const FATHOM::RtlNetBus *bus)
+{
+    SignalItem item;
+    item.name = bus->fullBusName();
+    item.selectable = !bus->noProbeOut;
+    item.kind = 1;
+    const QList<FATHOM::RtlNet *> bits = bus->nets();
+    for (const FATHOM::RtlNet *bit : bits) {
+        item.members.append(itemOf(bit));
+        item.members.last().kind = 1;
+    }
+    return item;
+}
 
 static void applyName(QTreeWidgetItem *row, const SignalItem &item)
 {

@@ -8,7 +8,16 @@
 class QTreeWidget;
 class QTreeWidgetItem;
 
+namespace FATHOM {
+class RtlNet;
+class RtlNetBus;
+} // namespace FATHOM
+
 namespace Literal {
+
+/// What a search for a Probe Out has to show.
+SignalItem itemOf(const FATHOM::RtlNet *net);
+SignalItem itemOf(const FATHOM::RtlNetBus *bus);
 
 void applyLook(QTreeWidgetItem *row, const SignalItem &item);
 void addSignalRow(QTreeWidget *tree, SignalItem item, int rowType);

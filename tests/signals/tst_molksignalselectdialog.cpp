@@ -2,24 +2,17 @@
 // SPDX-License-Identifier: MIT
 
 #include "designs.h"
-#include "items.h"
 #include "literalrows.h"
 #include "searchfixture.h"
 
 #include "molksignalselectdialog.h"
 #include "netlistguard.h"
-#include "rtlnetlisttreeview.h"
-#include "signaldisplay.h"
 
 #include "testwidgetsmain.h"
 #include "treelines.h"
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDialogButtonBox>
-#include <QLabel>
-#include <QLayout>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QRegularExpression>
@@ -43,13 +36,6 @@ private slots:
     void returnSearchesFromAnywhere();
     void otherKeysAreDropped();
     void aSecondSearchReplacesTheResultsAlone();
-    void advancedFilterHidesItsSectionAndKeepsItsState();
-    void advancedFilterSearchesThePickedLevel();
-    void advancedFilterStartsAtTheTop();
-    void hierarchyViewNeedsTheAdvancedFilter();
-    void hierarchyViewShowsLevels();
-    void hierarchyViewWithoutAHitIsEmpty();
-    void hierarchyRowsReadAsIfFilledThroughSetters();
     void searchButtonAndCursorAreBusyDuringASearch();
     void searchesLeaveTheirTraceInTheLog();
     void aSearchWithoutANetlistFindsNothing();
@@ -165,25 +151,6 @@ void TestMolkSignalSelectDialog::excludedSignalsAreListedGray()
     QCOMPARE(grayRows, gray);
 }
 
-// What a search has to show, put together by hand.
-static SignalItem itemOf(const FATHOM::RtlNet *net, int kind)
-{
-    SignalItem item = net->fullPathName().isEmpty() ? SignalItem() : ::net(net->fullPathName());
-    item.kind = kind;
-    item.selectable = !net->noProbeOut;
-    return item;
-}
-
-static SignalItem itemOf(const FATHOM::RtlNetBus *bus)
-{
-    SignalItem item = ::net(bus->fullBusName());
-    item.kind = 1;
-    item.selectable = !bus->noProbeOut;
-    for (const FATHOM::RtlNet *bit : bus->nets())
-        item.members.append(itemOf(bit, 1));
-    return item;
-}
-
 void TestMolkSignalSelectDialog::resultsReadAsIfFilledThroughSetters()
 {
     const Design design = searchDesign();
@@ -191,9 +158,9 @@ void TestMolkSignalSelectDialog::resultsReadAsIfFilledThroughSetters()
     f.searchFor("");
     QTreeWidget expected;
     for (const FATHOM::RtlNetBus *bus : design->top->netbusesIncludeSub())
-        Literal::addSignalRow(&expected, itemOf(bus), 0);
+        Literal::addSignalRow(&expected, Literal::itemOf(bus), 0);
     for (const FATHOM::RtlNet *net : design->top->singleNetsIncludeSub())
-        Literal::addSignalRow(&expected, itemOf(net, 0), 0);
+        Literal::addSignalRow(&expected, Literal::itemOf(net), 0);
     QCOMPARE(Literal::treeDump(f.results), Literal::treeDump(&expected));
 }
 
@@ -241,133 +208,6 @@ void TestMolkSignalSelectDialog::aSecondSearchReplacesTheResultsAlone()
     f.click("btnAddAll");
     QCOMPARE(f.searchFor("ready"), QStringList("top/u_pad/ready"));
     QCOMPARE(treeLines(f.selected->model()), QStringList("top/clk"));
-}
-
-void TestMolkSignalSelectDialog::advancedFilterHidesItsSectionAndKeepsItsState()
-{
-    const Design design = searchDesign();
-    SearchFixture f(design.get());
-    auto *section = f.find<QWidget>("widget_4");
-    f.click("checkBoxAdvancedFilter");
-    QVERIFY(section->isVisible());
-    f.click("checkBoxHierarchyView");
-    f.click("checkBoxIncludeSubentries");
-
-    f.click("checkBoxAdvancedFilter");
-    QVERIFY(!section->isVisible());
-    QCOMPARE(f.searchFor("full"), QStringList("top/u_core/u_fifo/full_4x"));
-
-    f.click("checkBoxAdvancedFilter");
-    QVERIFY(f.find<QCheckBox>("checkBoxHierarchyView")->isChecked());
-    QVERIFY(f.find<QCheckBox>("checkBoxIncludeSubentries")->isChecked());
-    QCOMPARE(f.searchFor("full").size(), 4);
-}
-
-void TestMolkSignalSelectDialog::advancedFilterSearchesThePickedLevel()
-{
-    const Design design = searchDesign();
-    SearchFixture f(design.get());
-    f.click("checkBoxAdvancedFilter");
-    f.pickLevel("u_core[core]");
-    QCOMPARE(f.searchFor("u").filter("/u_fifo"), QStringList());
-    QCOMPARE(f.searchFor("y"), QStringList("top/u_core/busy"));
-    f.click("checkBoxIncludeSubentries");
-    QCOMPARE(f.searchFor("u_fifo/f"), QStringList("top/u_core/u_fifo/full_4x"));
-    f.pickLevel("u_fifo[fifo]");
-    QCOMPARE(f.searchFor("u"),
-             QStringList({"top/u_core/u_fifo/mem[2:0]", "  top/u_core/u_fifo/mem[2]",
-                          "  top/u_core/u_fifo/mem[1]", "  top/u_core/u_fifo/mem[0]",
-                          "top/u_core/u_fifo/full_4x", "top/u_core/u_fifo/wr*en"}));
-}
-
-void TestMolkSignalSelectDialog::advancedFilterStartsAtTheTop()
-{
-    const Design design = searchDesign();
-    SearchFixture f(design.get());
-    f.click("checkBoxAdvancedFilter");
-    QVERIFY(!f.scopeTree()->currentItem());
-    QCOMPARE(f.searchFor("/"),
-             QStringList({"top/data[3:0]", "  top/data[3]", "  top/data[2]", "  top/data[1]",
-                          "  top/data[0]", "top/ctl[1:2]", "  top/ctl[1]", "  top/ctl[2]",
-                          "top/clk", "top/Rst.n"}));
-    // A row that is no level of the design counts as none.
-    f.scopeTree()->addTopLevelItem(new QTreeWidgetItem(QStringList("u_core")));
-    f.scopeTree()->setCurrentItem(f.scopeTree()->topLevelItem(1));
-    QCOMPARE(f.searchFor("clk"), QStringList("top/clk"));
-}
-
-void TestMolkSignalSelectDialog::hierarchyViewNeedsTheAdvancedFilter()
-{
-    const Design design = searchDesign();
-    SearchFixture f(design.get());
-    f.find<QCheckBox>("checkBoxHierarchyView")->setChecked(true);
-    QCOMPARE(f.searchFor("clk"), QStringList("top/clk"));
-}
-
-void TestMolkSignalSelectDialog::hierarchyViewShowsLevels()
-{
-    const Design design = searchDesign();
-    SearchFixture f(design.get());
-    f.click("checkBoxAdvancedFilter");
-    f.click("checkBoxHierarchyView");
-    f.click("checkBoxIncludeSubentries");
-    QCOMPARE(f.searchFor("u_"),
-             QStringList({"top", "  core:u_core", "    q[1:0]", "      q[1]", "      q[0]",
-                          "    busy", "    valid", "    fifo:u_fifo", "      mem[2:0]",
-                          "        mem[2]", "        mem[1]", "        mem[0]", "      full_4x",
-                          "      wr*en", "  pad:u_pad", "    ready"}));
-    QTreeWidgetItem *top = f.results->topLevelItem(0);
-    QTreeWidgetItem *core = top->child(0);
-    QVERIFY(top->isExpanded());
-    QVERIFY(!core->isExpanded());
-    QVERIFY(!(core->flags() & Qt::ItemIsSelectable));
-    QVERIFY(core->flags() & Qt::ItemIsEnabled);
-    QVERIFY(!core->data(0, Qt::UserRole).isValid());
-    QCOMPARE(signalOfRow(core->child(0)).name, QString("top/u_core/q[1:0]"));
-    QCOMPARE(core->child(0)->toolTip(0), QString("q[1:0]"));
-    QCOMPARE(signalOfRow(core->child(0)->child(0)).name, QString("top/u_core/q[1]"));
-
-    // Only what leads to a hit.
-    QCOMPARE(f.searchFor("full"),
-             QStringList({"top", "  core:u_core", "    fifo:u_fifo", "      full_4x"}));
-    // From below the root.
-    f.pickLevel("u_core[core]");
-    QCOMPARE(f.searchFor("busy"), QStringList({"core:u_core", "  busy"}));
-    f.click("checkBoxIncludeSubentries");
-    QCOMPARE(f.searchFor("full"), QStringList());
-}
-
-void TestMolkSignalSelectDialog::hierarchyViewWithoutAHitIsEmpty()
-{
-    const Design design = searchDesign();
-    SearchFixture f(design.get());
-    f.click("checkBoxAdvancedFilter");
-    f.click("checkBoxHierarchyView");
-    f.click("checkBoxIncludeSubentries");
-    f.searchFor("clk");
-    QCOMPARE(f.searchFor("no such net"), QStringList());
-}
-
-void TestMolkSignalSelectDialog::hierarchyRowsReadAsIfFilledThroughSetters()
-{
-    const Design design = searchDesign();
-    SearchFixture f(design.get(), 1);
-    f.click("checkBoxAdvancedFilter");
-    f.click("checkBoxHierarchyView");
-    f.searchFor("");
-
-    QTreeWidget expected;
-    auto *top = new QTreeWidgetItem(&expected, QStringList("top"), 0);
-    top->setFlags(top->flags() & ~Qt::ItemIsSelectable);
-    for (const FATHOM::RtlNetBus *bus : design->top->netbuses()) {
-        QStringList names{bus->BusName()};
-        for (const FATHOM::RtlNet *bit : bus->nets())
-            names.append(bit->name());
-        Literal::addNamedSignalRow(top, itemOf(bus), names, 0);
-    }
-    for (const FATHOM::RtlNet *net : design->top->singleNets())
-        Literal::addNamedSignalRow(top, itemOf(net, 0), {net->name()}, 0);
-    QCOMPARE(Literal::treeDump(f.results), Literal::treeDump(&expected));
 }
 
 void TestMolkSignalSelectDialog::searchButtonAndCursorAreBusyDuringASearch()

@@ -3,9 +3,9 @@
 
 #include "blockcount.h"
 #include "designs.h"
+#include "filters.h"
 
 #include "hierarchymatch.h"
-#include "netfilter.h"
 #include "netmatcher.h"
 
 #include "testmain.h"
@@ -29,49 +29,10 @@ private slots:
     void busesComeByTheirOwnNameAlone();
     void nothingIsFoundWithoutANetlist();
     void whatTheListsHeldIsGone();
-    void matchesHaveTheShapeOfTheDesign_data();
-    void matchesHaveTheShapeOfTheDesign();
-    void aChildMatchIsAppendedOnlyIfItHoldsSomething();
-    void netsAndBusesMatchAsInTheFlatSearch();
     void literalMatchesEqualIndexOf();
     void expressionMatchesEqualExactMatch();
     void searchCostsGrowWithTheNames();
 };
-
-static const QStringList allModes{"normal", "wildcard", "expression"};
-
-static NetFilter filterFor(const QString &pattern, const QString &mode,
-                           Qt::CaseSensitivity sensitivity = Qt::CaseInsensitive)
-{
-    NetFilter filter;
-    filter.pattern = pattern;
-    filter.caseSensitivity = sensitivity;
-    filter.useRegExp = mode != "normal";
-    filter.syntax = mode == "wildcard" ? QRegExp::WildcardUnix : QRegExp::RegExp;
-    return filter;
-}
-
-static NetFilter everywhere(NetFilter filter, const Design &design)
-{
-    filter.advanced = true;
-    filter.scope = design->top;
-    filter.includeSubentries = true;
-    return filter;
-}
-
-// Nets ahead of buses, so that the order of both lists shows.
-static QStringList found(const Design &design, const NetFilter &filter)
-{
-    QList<FATHOM::RtlNet *> nets;
-    QList<FATHOM::RtlNetBus *> buses;
-    collectNets(design.get(), filter, nets, buses);
-    QStringList names;
-    for (const FATHOM::RtlNet *net : qAsConst(nets))
-        names.append(net->fullPathName());
-    for (const FATHOM::RtlNetBus *bus : qAsConst(buses))
-        names.append(bus->fullBusName());
-    return names;
-}
 
 static const QStringList allNames{"top/clk",
                                   "top/Rst.n",
@@ -229,98 +190,6 @@ void TestNetFilter::whatTheListsHeldIsGone()
     collectNets(design.get(), everywhere(filterFor("ready", "normal"), design), nets, buses);
     QCOMPARE(nets.size(), 1);
     QVERIFY(buses.isEmpty());
-}
-
-static QStringList matchLines(const HierarchyMatch &match, int depth = 0)
-{
-    const QString indent(depth * 2, ' ');
-    QStringList lines{indent + match.label};
-    for (const FATHOM::RtlNetBus *bus : match.buses)
-        lines.append(indent + "- " + bus->BusName());
-    for (const FATHOM::RtlNet *net : match.nets)
-        lines.append(indent + "- " + net->name());
-    for (const HierarchyMatch &child : match.children)
-        lines += matchLines(child, depth + 1);
-    return lines;
-}
-
-void TestNetFilter::matchesHaveTheShapeOfTheDesign_data()
-{
-    QTest::addColumn<QString>("pattern");
-    QTest::addColumn<QString>("scope");
-    QTest::addColumn<bool>("withSub");
-    QTest::addColumn<QStringList>("lines");
-    QTest::newRow("everything-of-a-level")
-        << ""
-        << "u_core" << true
-        << QStringList{"core:u_core",   "- q[1:0]",     "- busy",      "- valid",
-                       "  fifo:u_fifo", "  - mem[2:0]", "  - full_4x", "  - wr*en"};
-    QTest::newRow("levels-on-the-way")
-        << "full"
-        << "" << true << QStringList{"top", "  core:u_core", "    fifo:u_fifo", "    - full_4x"};
-    QTest::newRow("no-hit") << "nothing like it"
-                            << "u_core" << true << QStringList{"core:u_core"};
-    QTest::newRow("hits-below-are-not-looked-for")
-        << "full"
-        << "u_core" << false << QStringList{"core:u_core"};
-    QTest::newRow("only-the-level") << ""
-                                    << "u_pad" << false << QStringList{"pad:u_pad", "- ready"};
-    QTest::newRow("two-branches") << "y"
-                                  << "" << true
-                                  << QStringList{"top", "  core:u_core", "  - busy", "  pad:u_pad",
-                                                 "  - ready"};
-}
-
-void TestNetFilter::matchesHaveTheShapeOfTheDesign()
-{
-    QFETCH(QString, pattern);
-    QFETCH(QString, scope);
-    QFETCH(bool, withSub);
-    QFETCH(QStringList, lines);
-    const Design design = searchDesign();
-    NetFilter filter = filterFor(pattern, "normal");
-    filter.advanced = true;
-    filter.scope = levelAt(design, scope);
-    filter.includeSubentries = withSub;
-    QCOMPARE(matchLines(matchHierarchy(filter)), lines);
-}
-
-void TestNetFilter::aChildMatchIsAppendedOnlyIfItHoldsSomething()
-{
-    const Design design = searchDesign();
-    HierarchyMatch parent;
-    parent.label = "parent";
-    NetFilter filter = filterFor("busy", "normal");
-    matchChildHierarchy(parent, levelAt(design, "u_pad"), filter);
-    QVERIFY(parent.isEmpty());
-    matchChildHierarchy(parent, levelAt(design, "u_core"), filter);
-    QCOMPARE(matchLines(parent), QStringList({"parent", "  core:u_core", "  - busy"}));
-    // At this depth the search goes on whatever the filter says.
-    filter.pattern = "full";
-    matchChildHierarchy(parent, levelAt(design, "u_core"), filter);
-    QCOMPARE(parent.children.size(), 2);
-}
-
-void TestNetFilter::netsAndBusesMatchAsInTheFlatSearch()
-{
-    const Design design = searchDesign();
-    const QList<FATHOM::RtlNet *> nets = design->top->singleNetsIncludeSub();
-    const QList<FATHOM::RtlNetBus *> buses = design->top->netbusesIncludeSub();
-    for (const QString &mode : allModes) {
-        for (const QString &pattern : QStringList{"", "top/clk", "*q*", ".*[0-9].*", "("}) {
-            const NetFilter filter = everywhere(filterFor(pattern, mode), design);
-            QStringList names;
-            for (const FATHOM::RtlNet *net : nets) {
-                if (matchNet(net, filter))
-                    names.append(net->fullPathName());
-            }
-            for (const FATHOM::RtlNetBus *bus : buses) {
-                if (matchBus(bus, filter))
-                    names.append(bus->fullBusName());
-            }
-            QCOMPARE(names, found(design, filter));
-        }
-    }
 }
 
 // Words out of few characters, upper and lower case, with some beyond ASCII and beyond Latin-1.
