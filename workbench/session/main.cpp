@@ -19,6 +19,18 @@
 
 using namespace Workbench;
 
+static QtMessageHandler nextHandler = nullptr;
+
+// The offscreen platform has no window manager to tell the sizes of windows to or to raise them,
+// and no keyboard to grab, and says so for each window. That is of no use to whoever reads what the
+// session did.
+static void dropPlatformNoise(QtMsgType type, const QMessageLogContext &context,
+                              const QString &message)
+{
+    if (!message.startsWith("This plugin does not support "))
+        nextHandler(type, context, message);
+}
+
 static bool playSession(const QString &folder)
 {
     if (!QDir().mkpath(folder)) {
@@ -72,6 +84,7 @@ int main(int argc, char *argv[])
     if (parser.positionalArguments().size() > 1)
         parser.showHelp(UsageError);
 
+    nextHandler = qInstallMessageHandler(dropPlatformNoise);
     QLoggingCategory::setFilterRules("default.debug=false");
     initPictures();
     initStyle();
