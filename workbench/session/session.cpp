@@ -46,9 +46,14 @@ bool Session::play()
               [this] { pickByExpression(); });
     stage.run("change the order of signals", [this] { changeOrder(); });
     stage.run("set an initial value", [this] { setValue(); });
+    stage.run("save without a clock", [this] { refuseSave(); });
     stage.run("pick the user clock", [this] { pickUserClock(); });
     stage.run("save", [this] { save(); });
     stage.run("close, open again and compare", [this] { closeAndOpenAgain(); });
+    stage.run("look at the settings of the project", [this] { showSettings(); });
+    stage.run("change design and configuration outside", [this] { changeOutside(); });
+    stage.run("search by levels of the design", [this] { searchHierarchy(); });
+    stage.run("open a configuration with marked signals", [this] { showMarks(); });
     return !stage.failed();
 }
 
@@ -81,13 +86,8 @@ void Session::copyExample()
 
 void Session::openProject()
 {
-    stage.dialogs.expect("QFileDialog", [this](QWidget *dialog) {
-        Hands::click(stage.find<QLineEdit>(dialog, "fileNameEdit"));
-        Hands::type(pathOf("soc.eda.yml"));
-        stage.closePopup();
-        Hands::key(Qt::Key_Return);
-        stage.check("the file dialog closes", !dialog->isVisible());
-    });
+    stage.dialogs.expect("QFileDialog",
+                         [this](QWidget *dialog) { chooseFile(dialog, pathOf("soc.eda.yml")); });
     Hands::key(Qt::Key_O, Qt::ControlModifier | Qt::ShiftModifier);
     stage.same("window title", stage.window->windowTitle(), "beacon_soc - Workbench");
     stage.takePicture(stage.window, "project");
@@ -252,7 +252,6 @@ void Session::setValue()
 
 void Session::pickUserClock()
 {
-    Hands::click(stage.find<QCheckBox>(view(), "checkUserClock"), QPoint(8, 8));
     searchNets(stage.find(view(), "btnUserClock"), [this](QWidget *search) {
         lookFor(search, normal, "beacon_soc/clk");
         take(search, {"beacon_soc/clk"});
@@ -260,7 +259,7 @@ void Session::pickUserClock()
     });
     stage.same("user clock", stage.find<QLineEdit>(view(), "lineEditUserClock")->text(),
                "beacon_soc/clk");
-    stage.takePicture(stage.window, "edited");
+    stage.takePicture(stage.window, "workbench");
 }
 
 void Session::save()
@@ -290,13 +289,10 @@ void Session::closeAndOpenAgain()
     Hands::key(Qt::Key_W, Qt::ControlModifier);
     stage.check("the view closes", view() == nullptr);
 
-    auto *project = stage.find<QTreeWidget>(stage.window, "projectPanel");
-    const auto rows = project->findItems("session.molk", Qt::MatchExactly | Qt::MatchRecursive);
-    stage.check("the project holds the file once", rows.size() == 1);
-    Hands::doubleClickRow(project, rows.value(0));
+    Hands::doubleClickRow(stage.find<QTreeWidget>(stage.window, "projectPanel"),
+                          projectRow("session.molk"));
     stage.same("page", pageState(view()), before);
     stage.same("tab", tabText(), "session.molk");
-    stage.takePicture(stage.window, "opened-again");
 }
 
 void Session::editPort(const QString &treeName, int port, const Act &edit)
@@ -343,11 +339,39 @@ void Session::take(QWidget *dialog, const QStringList &names)
 
 void Session::accept(QWidget *dialog)
 {
-    QWidget *ok = stage.find<QDialogButtonBox>(dialog, "buttonBox")->button(QDialogButtonBox::Ok);
-    stage.check("an OK button in " + dialog->objectName(), ok != nullptr);
-    if (ok)
-        Hands::click(ok);
-    stage.check("OK closes " + dialog->objectName(), !dialog->isVisible());
+    press(dialog, QDialogButtonBox::Ok);
+}
+
+void Session::cancel(QWidget *dialog)
+{
+    press(dialog, QDialogButtonBox::Cancel);
+}
+
+void Session::press(QWidget *dialog, int button)
+{
+    const auto which = QDialogButtonBox::StandardButton(button);
+    QWidget *found = stage.find<QDialogButtonBox>(dialog, "buttonBox")->button(which);
+    stage.check("a button in " + dialog->objectName(), found != nullptr);
+    if (found)
+        Hands::click(found);
+    stage.check("the button closes " + dialog->objectName(), !dialog->isVisible());
+}
+
+void Session::chooseFile(QWidget *dialog, const QString &path)
+{
+    Hands::click(stage.find<QLineEdit>(dialog, "fileNameEdit"));
+    Hands::type(path);
+    stage.closePopup();
+    Hands::key(Qt::Key_Return);
+    stage.check("the file dialog closes", !dialog->isVisible());
+}
+
+QTreeWidgetItem *Session::projectRow(const QString &text)
+{
+    const auto rows = stage.find<QTreeWidget>(stage.window, "projectPanel")
+                          ->findItems(text, Qt::MatchExactly | Qt::MatchRecursive);
+    stage.check("the project holds once " + text, rows.size() == 1);
+    return rows.value(0);
 }
 
 QStringList Session::signalRows(const QString &treeName, int port)

@@ -9,6 +9,8 @@
 
 #include <functional>
 
+class QTreeWidgetItem;
+
 namespace Core {
 class IView;
 }
@@ -16,8 +18,9 @@ class IView;
 namespace Workbench {
 
 /// One editing session on the example project, played with mouse and keys: a new file by the
-/// wizard, ports, nets from all three kinds of search, order, a value, the user clock, save, close,
-/// and open again.
+/// wizard, ports, nets from all three kinds of search, order, a value, a refused save, the user
+/// clock, save, close, and open again; then what else the documents show: the settings of the
+/// project, changes from outside, a search by levels, and rows with marks.
 ///
 /// It works on a copy of the example, so that nothing of the repository changes.
 class Session
@@ -46,9 +49,14 @@ private:
     void pickByExpression();
     void changeOrder();
     void setValue();
+    void refuseSave();
     void pickUserClock();
     void save();
     void closeAndOpenAgain();
+    void showSettings();
+    void changeOutside();
+    void searchHierarchy();
+    void showMarks();
 
     // What steps are made of.
     void editPort(const QString &treeName, int port, const Act &edit);
@@ -57,6 +65,11 @@ private:
     void take(QWidget *dialog, const QStringList &names);
     void addAll(QWidget *dialog, const QString &pattern);
     void accept(QWidget *dialog);
+    void cancel(QWidget *dialog);
+    void press(QWidget *dialog, int button);
+    void chooseFile(QWidget *dialog, const QString &path);
+    QTreeWidgetItem *projectRow(const QString &text);
+    QList<QWidget *> questions() const;
 
     QString pathOf(const QString &name) const;
     Core::IView *view() const;

@@ -5,6 +5,7 @@
 
 #include "hands.h"
 #include "mainwindow.h"
+#include "picturefile.h"
 #include "runtime.h"
 #include "treelines.h"
 
@@ -106,9 +107,8 @@ void Stage::takePicture(QWidget *widget, const QString &name)
 {
     if (failed())
         return;
-    const QString number = QString("%1").arg(++pictures, 2, 10, QChar('0'));
-    const QString path = directory.filePath(number + "-" + name + ".png");
-    if (!widget->grab().save(path))
+    const QString path = directory.filePath(name + ".png");
+    if (!savePicture(widget->grab().toImage(), path))
         fail("can't write " + path);
 }
 

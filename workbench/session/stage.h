@@ -58,7 +58,7 @@ public:
     /// Closes the list of completions that typing may have opened.
     void closePopup();
 
-    /// Stores a picture of \a widget as "<number>-<name>.png".
+    /// Stores a picture of \a widget as "<name>.png". Documents show it under this name.
     void takePicture(QWidget *widget, const QString &name);
 
     Runtime *runtime;
@@ -69,7 +69,6 @@ public:
 private:
     QString problem;
     int steps = 0;
-    int pictures = 0;
 };
 
 } // namespace Workbench
