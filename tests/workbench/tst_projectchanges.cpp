@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The project's authors
 // SPDX-License-Identifier: MIT
 
+#include "menudriver.h"
 #include "modaldriver.h"
 #include "projectpanel.h"
 #include "testwidgetsmain.h"
@@ -14,8 +15,9 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QLineEdit>
-#include <QSaveFile>
+#include <QMenu>
 #include <QTreeWidget>
+#include <QWindow>
 
 static const char designChanged[] = "Design files changed. Do you want to reload?";
 
@@ -44,16 +46,8 @@ private slots:
     void aKindThatIsNoDesignsStaysQuiet();
     void makingAnIncludeFileAsks();
     void changingTheOrderAsks();
-    void editingOnDiskAsks_data();
-    void editingOnDiskAsks();
-    void theSameContentOnDiskStaysQuiet();
 
-    void oneQuestionServesForSeveralChanges();
-    void reloadingReadsTheDesignAndTakesTheQuestionDown();
-    void cancelKeepsTheNetlistAndTheNextChangeAsksAnew();
-    void eachOpenConfigurationAsks();
-    void aRefusedDesignClosesTheConfiguration();
-
+    void theContextMenuOffersTheSame();
     void severalFilesAreChangedAtOnce();
     void aProjectFileThatCannotBeWrittenIsTold_data();
     void aProjectFileThatCannotBeWrittenIsTold();
@@ -283,134 +277,26 @@ void ProjectChangesTest::changingTheOrderAsks()
     QVERIFY(bench.projectText().indexOf("spare.v") > bench.projectText().indexOf("chip.v,"));
 }
 
-static void writeInPlace(WorkbenchFixture &bench)
+void ProjectChangesTest::theContextMenuOffersTheSame()
 {
-    bench.makeFile("chip.v", "module chip(input clk, input more);\nendmodule\n");
-}
-
-static void replaceByRenaming(WorkbenchFixture &bench)
-{
-    QSaveFile file(bench.path("chip.v"));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write("module chip(input clk, input other);\nendmodule\n");
-    QVERIFY(file.commit());
-}
-
-static void removeFile(WorkbenchFixture &bench)
-{
-    QVERIFY(QFile::remove(bench.path("chip.v")));
-}
-
-void ProjectChangesTest::editingOnDiskAsks_data()
-{
-    QTest::addColumn<Steps>("edit");
-    QTest::newRow("written-in-place") << Steps(writeInPlace);
-    QTest::newRow("replaced-by-renaming") << Steps(replaceByRenaming);
-    QTest::newRow("removed") << Steps(removeFile);
-}
-
-// Twice, because a file that is replaced is another one to the file system.
-void ProjectChangesTest::editingOnDiskAsks()
-{
-    QFETCH(Steps, edit);
-    bench.runtime.services().setRecording(true);
-    bench.runtime.services().clearCalls();
-    edit(bench);
-    QTRY_COMPARE(bench.banners(), QStringList(designChanged));
-    QCOMPARE(bench.runtime.services().callsOf({"send"}),
-             QStringList("send TE.File.Modified file=" + bench.path("chip.v")));
-    bench.runtime.services().setRecording(false);
-    bench.answerBanner("btnB");
-
-    bench.makeFile("chip.v", "module chip;\nendmodule\n");
-    QTRY_COMPARE(bench.banners(), QStringList(designChanged));
-}
-
-// The change of the other file comes after it, so nothing more is to come when that is told.
-void ProjectChangesTest::theSameContentOnDiskStaysQuiet()
-{
-    bench.runtime.services().setRecording(true);
-    bench.runtime.services().clearCalls();
-    bench.makeFile("chip.v", "module chip(input clk);\nendmodule\n");
-    bench.makeFile("notes.txt", "Other notes.\n");
-    bench.makeFile("spare.v", "module spare(input more);\nendmodule\n");
-    QTRY_COMPARE(bench.banners(), QStringList(designChanged));
-    QCOMPARE(bench.runtime.services().callsOf({"send"}),
-             QStringList("send TE.File.Modified file=" + bench.path("spare.v")));
-    bench.runtime.services().setRecording(false);
-}
-
-void ProjectChangesTest::oneQuestionServesForSeveralChanges()
-{
-    bench.clickRow("spare.v");
-    bench.key(Qt::Key_Space);
-    QString error;
-    QVERIFY(bench.runtime.services().project()->setTop("chip", &error));
-    bench.key(Qt::Key_Delete);
+    const MenuDriver driver([](QMenu *menu) {
+        QStringList texts;
+        const auto actions = menu->actions();
+        for (const QAction *action : actions)
+            texts.append(action->text());
+        QCOMPARE(texts,
+                 QStringList({"&Open", "&Add Files...", "&Remove from Project", "Use in &Design",
+                              "File &Kind", "Move &Up", "Move Do&wn", "&Top Module...",
+                              "&Settings..."}));
+        chooseEntry(menu, "&Remove from Project");
+    });
+    bench.activate();
+    QTreeWidget *tree = bench.panel();
+    const QPoint place = tree->visualItemRect(bench.row("spare.v")).center();
+    QTest::mouseClick(bench.window()->windowHandle(), Qt::RightButton, {},
+                      tree->viewport()->mapTo(bench.window(), place));
     QCOMPARE(bench.banners(), QStringList(designChanged));
-}
-
-void ProjectChangesTest::reloadingReadsTheDesignAndTakesTheQuestionDown()
-{
-    bench.clickRow("spare.v");
-    bench.key(Qt::Key_Space);
-    QString error;
-    QVERIFY(bench.runtime.services().project()->setTop("chip", &error));
-
-    bench.runtime.services().setRecording(true);
-    bench.runtime.services().clearCalls();
-    bench.answerBanner("btnA");
-    QCOMPARE(
-        bench.runtime.services().callsOf({"catchRtlModules", "catchRtlNetsWithProgressDialog"}),
-        QStringList({"catchRtlModules top=chip", "catchRtlNetsWithProgressDialog"}));
-    bench.runtime.services().setRecording(false);
-    QCOMPARE(bench.banners(), QStringList());
-
-    bench.key(Qt::Key_Space);
-    QCOMPARE(bench.banners(), QStringList(designChanged));
-}
-
-void ProjectChangesTest::cancelKeepsTheNetlistAndTheNextChangeAsksAnew()
-{
-    bench.clickRow("spare.v");
-    bench.key(Qt::Key_Space);
-    bench.runtime.services().setRecording(true);
-    bench.runtime.services().clearCalls();
-    bench.answerBanner("btnB");
-    QCOMPARE(bench.runtime.services().callsOf({"catchRtlModules"}), QStringList());
-    bench.runtime.services().setRecording(false);
-    QCOMPARE(bench.banners(), QStringList());
-
-    bench.key(Qt::Key_Delete);
-    bench.clickRow("chip.v");
-    bench.key(Qt::Key_Delete);
-    QCOMPARE(bench.banners(), QStringList(designChanged));
-}
-
-void ProjectChangesTest::eachOpenConfigurationAsks()
-{
-    bench.window()->openPaths({bench.makeConfiguration("b.molk")});
-    bench.clickRow("spare.v");
-    bench.key(Qt::Key_Delete);
-    QCOMPARE(bench.banners(), QStringList(designChanged));
-    bench.answerBanner("btnB");
-
-    bench.key(Qt::Key_PageUp, Qt::ControlModifier);
-    QCOMPARE(bench.documents()->tabText(bench.documents()->activeView()), "a.molk");
-    QCOMPARE(bench.banners(), QStringList(designChanged));
-}
-
-void ProjectChangesTest::aRefusedDesignClosesTheConfiguration()
-{
-    bench.modify();
-    bench.clickRow("chip.v");
-    bench.clickRow("spare.v", Qt::ShiftModifier);
-    bench.key(Qt::Key_Delete);
-
-    ModalDriver driver;
-    driver.expectMessage("Error", "Design files are not exist.", QMessageBox::Ok);
-    bench.answerBanner("btnA");
-    QTRY_VERIFY(bench.documents()->views().isEmpty());
+    QVERIFY(!bench.projectText().contains("spare.v"));
 }
 
 void ProjectChangesTest::severalFilesAreChangedAtOnce()
