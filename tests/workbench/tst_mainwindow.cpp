@@ -44,6 +44,7 @@ private slots:
     void closingTheWindowAsksEachModifiedView();
     void quittingIsClosing();
     void aWizardsFileIsOpened();
+    void withoutAProjectTheWizardBeginsAtHome();
 
     void aConfigurationBringsItsProjectAlong();
     void aConfigurationWithoutADesignIsRefused();
@@ -236,6 +237,17 @@ void MainWindowTest::aWizardsFileIsOpened()
     QCOMPARE(bench.documents()->tabText(bench.documents()->activeView()), "made.molk *");
     QTRY_VERIFY(
         treeLines(bench.window()->findChild<ProjectPanel *>()->model()).contains("    made.molk"));
+}
+
+void MainWindowTest::withoutAProjectTheWizardBeginsAtHome()
+{
+    ModalDriver driver;
+    driver.expectDialog<QDialog>([](QDialog *dialog) {
+        QCOMPARE(dialog->findChild<QLineEdit *>("editCreateIn")->text(), QDir::homePath());
+        QVERIFY(!dialog->findChild<QWidget *>("checkBoxAddToCurrent")->isEnabled());
+        dialog->reject();
+    });
+    bench.window()->findChild<QAction *>("MB.Wizard.MOLK")->trigger();
 }
 
 void MainWindowTest::aConfigurationBringsItsProjectAlong()
