@@ -78,9 +78,11 @@ void ModalAnswers::answer(QWidget *window)
         fault("unexpected window: " + describe(window));
     } else {
         const Step step = steps.takeFirst();
-        if (step.answer(window))
+        const QPointer<QWidget> guard(window);
+        if (!step.answer(window))
+            fault("wanted " + step.what + ", got " + describe(window));
+        else if (!guard || !guard->isVisible() || !hasFailed())
             return;
-        fault("wanted " + step.what + ", got " + describe(window));
     }
 
     // The window only has to go, so that the test can end.

@@ -53,6 +53,10 @@ protected:
     /// Whether \a window, which is being shown, is one that must be answered.
     virtual bool asks(const QWidget *window) const;
 
+    /// Whether the test has failed already, so that a window that is left open is closed: what
+    /// should have closed it may not have been reached.
+    virtual bool hasFailed() const { return false; }
+
     /// Takes note of a difference.
     virtual void fault(const QString &text) = 0;
 
