@@ -39,10 +39,20 @@ ReloadBanner::~ReloadBanner()
 
 void ReloadBanner::setBannerText(const QString &text)
 {
+    QLabel *label = ui->labelFile;
     // A file's name may look like markup, and may be longer than the view is wide.
-    ui->labelFile->setTextFormat(Qt::PlainText);
-    ui->labelFile->setWordWrap(true);
-    ui->labelFile->setText(text);
+    label->setTextFormat(Qt::PlainText);
+    label->setText(text);
+
+    // A label that may wrap asks for a third of the width that a banner usually has. It is given
+    // what its lines take as long as there is that much.
+    label->setWordWrap(false);
+    label->ensurePolished();
+    label->setMaximumWidth(label->sizeHint().width());
+    label->setWordWrap(true);
+    QSizePolicy policy = label->sizePolicy();
+    policy.setHorizontalStretch(1);
+    label->setSizePolicy(policy);
 }
 
 } // namespace MOLK

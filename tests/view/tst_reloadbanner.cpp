@@ -24,6 +24,7 @@ private slots:
     void otherTextReplacesTheQuestion();
     void markupIsShownAsItIs();
     void longFileNameNeedsNoWideView();
+    void questionWrapsOnlyWhereItMust();
 };
 
 template<typename Type>
@@ -151,6 +152,28 @@ void tst_ReloadBanner::longFileNameNeedsNoWideView()
     const ReloadBanner deep(0, QString("/home/user/project").repeated(12) + "/a.molk", nullptr);
 
     QCOMPARE(deep.minimumSizeHint().width(), usual.minimumSizeHint().width());
+}
+
+void tst_ReloadBanner::questionWrapsOnlyWhereItMust()
+{
+    ReloadBanner banner(0, "/home/user/some/project/probes.molk", nullptr);
+    const auto *label = child<QLabel>(banner, "labelFile");
+    const auto *buttons = child<QWidget>(banner, "widget");
+    const int wanted = label->fontMetrics().size(0, label->text()).width() + 2 * label->margin();
+    banner.resize(wanted + 500, banner.height());
+    banner.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&banner));
+    QVERIFY(label->width() >= wanted);
+    // The buttons stay beside the question.
+    QCOMPARE(buttons->x(), label->geometry().right() + 1 + banner.layout()->spacing());
+
+    banner.resize(wanted, banner.height());
+    QTRY_VERIFY(label->width() < wanted);
+    QVERIFY(label->height() >= label->heightForWidth(label->width()));
+
+    banner.resize(wanted + 500, banner.height());
+    banner.setBannerText("Short?");
+    QTRY_VERIFY(label->width() < wanted / 2);
 }
 
 MOLK_TEST_MAIN(tst_ReloadBanner)
