@@ -25,33 +25,28 @@ namespace {
 class DriverTable
 {
 public:
-    explicit DriverTable(int driverCount)
-    {
-        int size = 16;
-        while (size < 2 * driverCount)
-            size *= 2;
-        cells.fill({0, -1}, size);
-        drivers.reserve(driverCount);
-    }
+    explicit DriverTable(int driverCount) { drivers.reserve(driverCount); }
 
     // `name` must stay where it is until the table is done with.
     void add(const QString &name, int port)
     {
-        const int added = drivers.size();
-        drivers.append({&name, port, -1, added});
+        drivers.append({&name, nameHash(name), port, -1, drivers.size()});
+    }
 
-        const uint hash = nameHash(name);
-        const uint mask = uint(cells.size()) - 1;
-        for (uint at = hash & mask;; at = (at + 1) & mask) {
-            Slot &slot = cells[int(at)];
-            if (slot.first < 0) {
-                slot = {hash, added};
-                return;
-            }
-            if (slot.hash == hash && *drivers.at(slot.first).name == name) {
-                link(slot.first, added);
-                return;
-            }
+    // To be called once, when all are added. The place of a net in a large table isn't in any
+    // cache, so it is asked for some nets ahead.
+    void findRepeats()
+    {
+        int size = 16;
+        while (size < 2 * drivers.size())
+            size *= 2;
+        QVector<Slot> cells(size, {0, -1});
+        Slot *const table = cells.data();
+        const uint mask = uint(size) - 1;
+        for (int i = 0; i < drivers.size(); ++i) {
+            const int ahead = qMin(i + netsAhead, drivers.size() - 1);
+            __builtin_prefetch(table + (drivers.at(ahead).hash & mask), 1);
+            enter(i, table, mask);
         }
     }
 
@@ -71,6 +66,8 @@ public:
     int next(int driver) const { return drivers.at(driver).next; }
 
 private:
+    static const int netsAhead = 8;
+
     struct Slot
     {
         uint hash;
@@ -80,10 +77,27 @@ private:
     struct Driver
     {
         const QString *name;
+        uint hash;
         int port;
         int next;
         int last; // Of a net's first driver only.
     };
+
+    void enter(int driver, Slot *table, uint mask)
+    {
+        const uint hash = drivers.at(driver).hash;
+        for (uint at = hash & mask;; at = (at + 1) & mask) {
+            Slot &slot = table[at];
+            if (slot.first < 0) {
+                slot = {hash, driver};
+                return;
+            }
+            if (slot.hash == hash && nameOf(slot.first) == nameOf(driver)) {
+                link(slot.first, driver);
+                return;
+            }
+        }
+    }
 
     void link(int first, int added)
     {
@@ -94,7 +108,6 @@ private:
         drivers[first].last = added;
     }
 
-    QVector<Slot> cells;
     QVector<Driver> drivers;
     QVector<int> repeated;
 };
@@ -185,6 +198,7 @@ static QStringList driverFaults(const QVector<DrivingPort> &ports)
                 table.add(bit.name, i);
         }
     }
+    table.findRepeats();
 
     QStringList faults;
     const QVector<int> nets = table.repeatedNets();
