@@ -32,7 +32,7 @@ struct ExtractionOptions
     QString cacheDirectory;
     qint64 cacheBytes = qint64(512) << 20; ///< Most that is kept there; 0 keeps nothing on disk.
 
-    qint64 memoryBytes = qint64(2) << 30;  ///< Most memory of one tool run.
+    qint64 memoryBytes = qint64(4) << 30;  ///< Most memory of one tool run.
     int timeoutSeconds = 120;              ///< Longest one tool run may take.
     qint64 outputBytes = qint64(2) << 30;  ///< Longest file that a tool may write.
     qint64 sourceBytes = qint64(64) << 20; ///< Longest source file that is taken.

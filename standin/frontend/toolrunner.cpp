@@ -140,6 +140,14 @@ ToolResult runTool(const ToolCommand &command, const ToolLimits &limits, Progres
     return result;
 }
 
+bool ranIntoLimit(const ToolResult &result)
+{
+    // A program that gets no memory mostly gives up by itself.
+    return result.outcome == ToolOutcome::Crashed
+        && (result.exitCode == SIGXCPU || result.exitCode == SIGXFSZ || result.exitCode == SIGABRT
+            || result.exitCode == SIGKILL);
+}
+
 static QString describeCrash(const QString &name, int signal, const ToolLimits &limits)
 {
     switch (signal) {

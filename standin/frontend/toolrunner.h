@@ -15,7 +15,7 @@ class Progress;
 /// What one run of a tool may use.
 struct ToolLimits
 {
-    qint64 memoryBytes = qint64(2) << 30; ///< Address space; 0 for no limit.
+    qint64 memoryBytes = qint64(4) << 30; ///< Address space; 0 for no limit.
     qint64 fileBytes = qint64(2) << 30;   ///< Longest file that it may write; 0 for no limit.
     int seconds = 120;                    ///< Wall time, and the same again of processor time.
 };
@@ -54,6 +54,10 @@ struct ToolResult
 /// progress; and the tool dies with this process.
 HOST_EXPORT ToolResult runTool(const ToolCommand &command, const ToolLimits &limits,
                                Progress &progress);
+
+/// True if a run crashed by a limit, as far as that can be told: then others of the same design
+/// will.
+HOST_EXPORT bool ranIntoLimit(const ToolResult &result);
 
 /// One sentence that says why a run failed, for the log: names the program, and the limit that it
 /// ran into as far as that can be told.

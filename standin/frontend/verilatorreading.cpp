@@ -4,6 +4,7 @@
 #include "frontend/verilatorreading.h"
 
 #include "frontend/progress.h"
+#include "frontend/sourceplaces.h"
 #include "frontend/toolbox.h"
 #include "frontend/toollog.h"
 #include "frontend/verilogdialect.h"
@@ -131,6 +132,61 @@ QByteArray VerilatorReading::designText() const
     return leavesOutChecks ? inPlainDialect(preprocessed.text) : preprocessed.text;
 }
 
+static bool isPlainName(const QString &name)
+{
+    static const QRegularExpression shape("\\A[A-Za-z_][A-Za-z0-9_$]*\\z");
+    return shape.match(name).hasMatch();
+}
+
+/// \a text with the modules of \a graph blanked that aren't \a needed.
+static QByteArray withoutModules(const QByteArray &text, const DesignGraph &graph,
+                                 const QSet<QString> &needed)
+{
+    QByteArray rest = text;
+    for (const DesignGraph::Place &place : graph.declarations()) {
+        const ScannedModule *module = graph.find(place.name);
+        if (module->kind != ScannedModule::Module || needed.contains(QString::fromUtf8(place.name)))
+            continue;
+        for (quint32 at = place.begin; at < place.end; ++at) {
+            if (rest.at(int(at)) != '\n')
+                rest[int(at)] = ' ';
+        }
+    }
+    return rest;
+}
+
+/// Makes the interfaces that the top module's ports stand for part of the design, and takes out
+/// what the tool wouldn't tell apart from a top with an escaped name.
+///
+/// \param log may be null.
+void VerilatorReading::closeTop(const QString &top, QStringList *log)
+{
+    if (top.isEmpty())
+        return;
+    if (!isPlainName(top)) {
+        const QStringList below = preprocessed.graph.modulesBelow(top.toUtf8());
+        const QSet<QString> needed(below.begin(), below.end());
+        preprocessed.text = withoutModules(preprocessed.text, preprocessed.graph, needed);
+        preprocessed.graph = scanVerilog(preprocessed.text);
+    }
+    QVector<InterfacePort> ports;
+    const QByteArray text = withoutInterfacePorts(preprocessed.text, top.toUtf8(), &ports);
+    if (ports.isEmpty())
+        return;
+    const SourcePlaces places(preprocessed.text);
+    for (const InterfacePort &port : log ? ports : QVector<InterfacePort>()) {
+        const SourcePlaces::Stretch *stretch = places.stretchAt(port.offset);
+        ToolMessage message;
+        message.file = stretch ? stretch->file : QString();
+        message.line = places.lineAt(port.offset);
+        message.text = "the interface port \"" + printable(QString::fromUtf8(port.name))
+            + "\" of the top module is taken for an interface in it";
+        log->append(logLine(message, farm));
+    }
+    preprocessed.text = text;
+    preprocessed.graph = scanVerilog(text);
+}
+
 VerilatorReading::Attempt VerilatorReading::run(const QString &top, const QByteArray &text)
 {
     progress.enterStage(
@@ -167,9 +223,10 @@ VerilatorReading::Attempt VerilatorReading::run(const QString &top, const QByteA
 
 bool VerilatorReading::elaborate(const QString &top, Artifact *artifact, QStringList *log)
 {
-    // The name becomes an argument, so it must look like nothing else.
-    static const QRegularExpression name("\\A[A-Za-z_][A-Za-z0-9_$]*\\z");
-    if (!top.isEmpty() && !name.match(top).hasMatch()) {
+    // The name becomes an argument, so it must look like nothing else, and not like something that
+    // the tool would replace.
+    static const QRegularExpression name("\\A[A-Za-z0-9_.:;<>=!?&|(){}\\[\\]#^~*/,]+\\z");
+    if (!top.isEmpty() && !isPlainName(top) && !name.match(top).hasMatch()) {
         log->append("ERROR: the top module \"" + printable(top)
                     + "\" can't be elaborated by its name");
         return false;
@@ -180,13 +237,13 @@ bool VerilatorReading::elaborate(const QString &top, Artifact *artifact, QString
     if (sources.has(SourceFile::Vhdl) && !top.isEmpty() && !translateVhdl(top, artifact, log))
         return false;
 
+    closeTop(top, log);
     Attempt attempt = run(top, designText());
     const bool mayRetry = !attempt.result.succeeded()
         && (attempt.result.outcome == ToolOutcome::Finished
-            || attempt.result.outcome == ToolOutcome::Crashed);
+            || (attempt.result.outcome == ToolOutcome::Crashed && !ranIntoLimit(attempt.result)));
     if (mayRetry && !retryWithoutChecks(top, &attempt, log)
-        && !retryWithOtherKeywords(top, &attempt, log) && !retryAsVerilator(top, &attempt, log)
-        && !top.isEmpty())
+        && !retryWithOtherKeywords(top, &attempt, log) && !retryAsVerilator(top, &attempt, log))
         repair(top, &attempt);
     *log += attempt.log;
     if (!attempt.result.succeeded() || top.isEmpty())

@@ -45,6 +45,7 @@ private:
     QVector<Setting> genericsOf(const ScannedModule &entity, const InstanceUse &use,
                                 QStringList *log) const;
     QByteArray designText() const;
+    void closeTop(const QString &top, QStringList *log);
     Attempt run(const QString &top, const QByteArray &text);
     QStringList arguments(const QString &top) const;
     QStringList parametersOf(const QString &top) const;

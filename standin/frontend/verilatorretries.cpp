@@ -61,6 +61,7 @@ bool VerilatorReading::retryWithOtherKeywords(const QString &top, Attempt *attem
     const PreprocessedText old = preprocessed;
     variant = other;
     preprocessed = preprocessor.run(variant);
+    closeTop(top, nullptr);
     if (preprocessed.complete) {
         const Attempt second = run(top, designText());
         if (second.result.succeeded()) {
@@ -83,6 +84,7 @@ bool VerilatorReading::retryAsVerilator(const QString &top, Attempt *attempt, QS
     other.definesVerilator = true;
     const PreprocessedText old = preprocessed;
     preprocessed = preprocessor.run(other);
+    closeTop(top, nullptr);
     // Without code that depends on the macro the same errors would come again.
     if (preprocessed.complete && preprocessed.text != old.text) {
         const Attempt second = run(top, designText());
@@ -108,6 +110,8 @@ VerilatorReading::Attempt VerilatorReading::isolateCrash(const QString &top, Des
                                                          QStringList *errors)
 {
     QStringList names = scanVerilog(repair->text()).modulesBelow(top.toUtf8());
+    if (names.isEmpty())
+        return Attempt();
     // The top goes last: the most depends on it.
     names.removeAll(top);
     names.append(top);
@@ -211,7 +215,7 @@ void VerilatorReading::repair(const QString &top, Attempt *attempt)
         if (!isPlaced && round > 0)
             break;
         if (next.result.outcome == ToolOutcome::Cancelled
-            || next.result.outcome == ToolOutcome::TimedOut)
+            || next.result.outcome == ToolOutcome::TimedOut || ranIntoLimit(next.result))
             break;
     }
     if (next.result.succeeded())

@@ -239,4 +239,113 @@ QByteArray withPackagesFirst(const QByteArray &preprocessed)
     return PackageOrder(preprocessed).run();
 }
 
+namespace {
+
+/// Reads the port list of a module for ports of interface type.
+class InterfacePorts
+{
+public:
+    InterfacePorts(const QByteArray &preprocessed, const QByteArray &top)
+        : tokens(preprocessed)
+        , text(preprocessed)
+        , name(top)
+    {
+    }
+
+    QByteArray run(QVector<InterfacePort> *found);
+
+private:
+    int openList(const VerilogUnit &unit) const;
+    bool readPort(int begin, int end, QVector<InterfacePort> *found);
+
+    VerilogTokens tokens;
+    QByteArray text;
+    QByteArray name;
+    QSet<QByteArray> interfaces;
+    QByteArray type;         ///< Of the last port; empty if it is no interface.
+    QByteArray declarations; ///< What takes the place of the ports.
+};
+
+/// Index of the bracket that opens the port list, or -1.
+int InterfacePorts::openList(const VerilogUnit &unit) const
+{
+    int at = unit.name + 1;
+    while (tokens.is(at, "import")) {
+        while (at < unit.header && !tokens.is(at, ';'))
+            ++at;
+        ++at;
+    }
+    if (tokens.is(at, '#'))
+        at = tokens.behind(at + 1);
+    return tokens.is(at, '(') && tokens.at(at).match > at ? at : -1;
+}
+
+bool InterfacePorts::readPort(int begin, int end, QVector<InterfacePort> *found)
+{
+    int at = begin;
+    const bool hasType = tokens.isWord(begin)
+        && (tokens.isWord(begin + 1) || (tokens.is(begin + 1, '.') && tokens.isWord(begin + 3)));
+    if (hasType) {
+        type = interfaces.contains(tokens.text(begin)) ? tokens.text(begin) : QByteArray();
+        at = tokens.isWord(begin + 1) ? begin + 1 : begin + 3;
+    } else if (!tokens.isWord(begin)) {
+        type.clear();
+    }
+    if (type.isEmpty() || at >= end)
+        return false;
+    const VerilogToken &first = tokens.at(at);
+    const VerilogToken &last = tokens.at(end - 1);
+    const QByteArray declared =
+        text.mid(int(first.begin), int(last.begin + last.length - first.begin));
+    if (declared.contains('`'))
+        return false;
+    found->append({tokens.text(at), first.begin});
+    declarations += ' ' + type + ' ' + QByteArray(declared).replace('\n', ' ') + " ();";
+    return true;
+}
+
+QByteArray InterfacePorts::run(QVector<InterfacePort> *found)
+{
+    const std::vector<VerilogUnit> units = verilogUnits(tokens);
+    const VerilogUnit *top = nullptr;
+    for (const VerilogUnit &unit : units) {
+        if (unit.name < 0)
+            continue;
+        if (tokens.is(unit.begin, "interface"))
+            interfaces.insert(tokens.text(unit.name));
+        else if (tokens.is(unit.begin, "module") && tokens.text(unit.name) == name)
+            top = &unit;
+    }
+    const int open = top && !interfaces.isEmpty() ? openList(*top) : -1;
+    if (open < 0)
+        return text;
+    const int close = tokens.at(open).match;
+    QByteArray result = text;
+    bool anyKept = false;
+    for (int begin = open + 1; begin < close;) {
+        int end = begin;
+        while (end < close && !tokens.is(end, ','))
+            end = tokens.behind(end);
+        const bool goes = readPort(begin, end, found);
+        if (goes)
+            blank(tokens, begin, end, &result);
+        if (begin > open + 1 && (goes || !anyKept))
+            blank(tokens, begin - 1, begin, &result);
+        anyKept = anyKept || !goes;
+        begin = end + 1;
+    }
+    if (found->isEmpty())
+        return text;
+    const VerilogToken &semicolon = tokens.at(top->header - 1);
+    return result.insert(int(semicolon.begin + semicolon.length), declarations);
+}
+
+} // namespace
+
+QByteArray withoutInterfacePorts(const QByteArray &preprocessed, const QByteArray &top,
+                                 QVector<InterfacePort> *ports)
+{
+    return InterfacePorts(preprocessed, top).run(ports);
+}
+
 } // namespace Standin

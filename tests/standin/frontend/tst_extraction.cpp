@@ -45,6 +45,7 @@ private slots:
     void crashingToolIsAnError();
     void silentToolIsAnError();
     void slowToolIsStopped();
+    void escapedTopNameIsTaken();
     void oddTopNameIsRefused();
     void errorsLeaveAnEmptyNetlist();
     void nothingReadLeavesAnEmptyNetlist();
@@ -407,14 +408,35 @@ void tst_Extraction::slowToolIsStopped()
     QCOMPARE(test.modules().errors(), QStringList("ERROR: tool was stopped after 1 s"));
 }
 
-void tst_Extraction::oddTopNameIsRefused()
+void tst_Extraction::escapedTopNameIsTaken()
 {
     ExtractionTest test;
-    test.add(test.write("a.v", "module \\a;b (input x); endmodule\n"));
-    const ModulesAnswer answer = test.modules();
+    test.add(test.write("a.v",
+                        "module \\a;b (input x); leaf__DOT__x u(x); endmodule\n"
+                        "module leaf__DOT__x(input y); wire a__DOT__b; endmodule\n"
+                        "module top; \\a;b  u(1); endmodule\n"));
+    const ModulesAnswer answer = test.modules("a;b");
     QCOMPARE(answer.topModules, QStringList{"a;b"});
-    QCOMPARE(answer.errors(),
-             QStringList("ERROR: the top module \"a;b\" can't be elaborated by its name"));
+    QCOMPARE(answer.errors(), QStringList());
+    const auto netlist = test.netlist();
+    QCOMPARE(levelLines(*netlist), (QStringList{"a;b a;b", "a;b/u leaf__DOT__x"}));
+    QCOMPARE(netLines(*netlist), (QStringList{"a;b/x", "a;b/u/y", "a;b/u/a__DOT__b"}));
+}
+
+/// Names that the tool could take for an option or expand.
+void tst_Extraction::oddTopNameIsRefused()
+{
+    const QStringList names{"-x", "a$b;", "a\"b", "a`b", "+x", "@f"};
+    for (const QString &name : names) {
+        ExtractionTest test;
+        test.add(test.write("a.v", "module \\" + name.toLatin1() + " (input x); endmodule\n"));
+        const ModulesAnswer answer = test.modules();
+        QCOMPARE(answer.topModules, QStringList(name));
+        QCOMPARE(
+            answer.errors(),
+            QStringList(
+                QString("ERROR: the top module \"%1\" can't be elaborated by its name").arg(name)));
+    }
 }
 
 void tst_Extraction::errorsLeaveAnEmptyNetlist()

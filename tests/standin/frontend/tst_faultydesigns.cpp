@@ -29,6 +29,8 @@ private slots:
     void blackBoxesAreNeverErrors_data();
     void blackBoxesAreNeverErrors();
     void packagesNeedNoOrder();
+    void topWithInterfacePortsIsRead();
+    void sourcesWithoutTopAreCheckedWhole();
     void modulesThatContainEachOtherAreErrors();
     void crashIsLedBackToItsModule();
     void rewrittenPlacesAreRight();
@@ -385,6 +387,47 @@ void tst_FaultyDesigns::packagesNeedNoOrder()
         test.write("q.sv", "  package q; localparam M = 2; typedef logic [2:0] u; endpackage\n"));
     QCOMPARE(test.modules().errors(), QStringList());
     QCOMPARE(netLines(*test.netlist()), (QStringList{"top/x[2:0]", "top/y[5:0]"}));
+}
+
+void tst_FaultyDesigns::topWithInterfacePortsIsRead()
+{
+    ExtractionTest test;
+    const QString file =
+        test.write("top.sv",
+                   "interface bus #(parameter W = 4); logic [W-1:0] d; modport s(input d); modport "
+                   "m(output d);\n"
+                   "endinterface\nmodule leaf(bus.s b); wire w; endmodule\n"
+                   "module top #(parameter N = 2) (input x, bus.s first,\n"
+                   "  bus.m many [N-1:0], output y, bus last);\n"
+                   "assign y = first.d[0]; assign many[1].d = 3; leaf u(.b(last)); endmodule\n");
+    test.add(file);
+    const ModulesAnswer answer = test.modules("top");
+    const QString line = "WARNING: " + file
+        + ":%1: the interface port \"%2\" of the top module is taken for an interface in it";
+    QCOMPARE(answer.messages,
+             (QStringList{line.arg("4", "first"), line.arg("5", "many"), line.arg("5", "last")}));
+    const auto netlist = test.netlist();
+    QCOMPARE(levelLines(*netlist),
+             (QStringList{"top top", "top/first bus", "top/many[1] bus", "top/many[0] bus",
+                          "top/last bus", "top/u leaf"}));
+    QCOMPARE(missing(netLines(*netlist), {"top/x", "top/y", "top/many[1]/d[3:0]", "top/u/w"}),
+             QStringList());
+}
+
+/// Errors of one file don't hide those of others, and code without hardware is none.
+void tst_FaultyDesigns::sourcesWithoutTopAreCheckedWhole()
+{
+    ExtractionTest test;
+    const QString one = test.write("one.v", "module one;\nalways @* begin\nendmodule\n");
+    test.add(one);
+    const QString two = test.write("two.sv", "module two;\nwire = 1;\nendmodule\n");
+    test.add(two);
+    test.add(test.write("three.sv", "class c; `nosuch(c) endclass\n"));
+    const ModulesAnswer answer = test.modules();
+    QCOMPARE(answer.topModules, (QStringList{"one", "two"}));
+    QCOMPARE(answer.errors().size(), 2);
+    QVERIFY(answer.errors().at(0).startsWith("ERROR: " + one + ":3:1: "));
+    QVERIFY(answer.errors().at(1).startsWith("ERROR: " + two + ":2:6: "));
 }
 
 void tst_FaultyDesigns::modulesThatContainEachOtherAreErrors()
