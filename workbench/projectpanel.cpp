@@ -105,31 +105,53 @@ static Marks marksOf(const QTreeWidget *tree)
             marks.order.append(key);
         else
             before.prepend(key);
-        if ((*it)->isSelected())
-            marks.selected.insert(key);
     }
     marks.order = passed ? marks.order + before : QStringList();
+    const QList<QTreeWidgetItem *> selected = tree->selectedItems();
+    for (const QTreeWidgetItem *row : selected)
+        marks.selected.insert(keyOf(row));
     return marks;
 }
 
+// The rows below \a parent whose keys are in \a keys, neighbours in one range.
+static void selectChildren(const QAbstractItemModel *model, const QModelIndex &parent,
+                           const QTreeWidgetItem *parentRow, const QSet<QString> &keys,
+                           QItemSelection *selection)
+{
+    int first = -1;
+    const int count = parentRow->childCount();
+    for (int i = 0; i <= count; ++i) {
+        const bool isSelected = i < count && keys.contains(keyOf(parentRow->child(i)));
+        if (isSelected && first < 0)
+            first = i;
+        if (isSelected || first < 0)
+            continue;
+        selection->append({model->index(first, 0, parent), model->index(i - 1, 0, parent)});
+        first = -1;
+    }
+    for (int i = 0; i < count; ++i) {
+        if (parentRow->child(i)->childCount() > 0)
+            selectChildren(model, model->index(i, 0, parent), parentRow->child(i), keys, selection);
+    }
+}
+
+// All at once, since whoever listens looks at the whole selection each time.
 static void applyMarks(const Marks &marks, QTreeWidget *tree)
 {
+    QItemSelection selection;
+    selectChildren(tree->model(), QModelIndex(), tree->invisibleRootItem(), marks.selected,
+                   &selection);
+    tree->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+
     QHash<QString, QTreeWidgetItem *> rows;
-    bool anySelected = false;
-    for (QTreeWidgetItemIterator it(tree); *it; ++it) {
-        const QString key = keyOf(*it);
-        rows.insert(key, *it);
-        if (!marks.selected.contains(key))
-            continue;
-        (*it)->setSelected(true);
-        anySelected = true;
-    }
+    for (QTreeWidgetItemIterator it(tree); *it; ++it)
+        rows.insert(keyOf(*it), *it);
     for (const QString &key : marks.order) {
         QTreeWidgetItem *row = rows.value(key);
         if (!row)
             continue;
         // Without a selection that is left, the user goes on from here.
-        const bool select = !anySelected && !marks.selected.isEmpty();
+        const bool select = selection.isEmpty() && !marks.selected.isEmpty();
         tree->setCurrentItem(
             row, 0, select ? QItemSelectionModel::ClearAndSelect : QItemSelectionModel::NoUpdate);
         break;
@@ -174,10 +196,9 @@ void ProjectPanel::showProject(const Standin::EdamProject *project)
 QStringList ProjectPanel::selectedFiles() const
 {
     QStringList paths;
-    for (QTreeWidgetItemIterator it(const_cast<ProjectPanel *>(this),
-                                    QTreeWidgetItemIterator::Selected);
-         *it; ++it) {
-        const QString path = (*it)->data(0, PathRole).toString();
+    const QList<QTreeWidgetItem *> rows = selectedItems();
+    for (const QTreeWidgetItem *row : rows) {
+        const QString path = row->data(0, PathRole).toString();
         if (!path.isEmpty())
             paths.append(path);
     }

@@ -34,7 +34,7 @@ public:
     /// The project isn't kept.
     void showProject(const Standin::EdamProject *project);
 
-    /// The absolute paths of the selected files, from top to bottom.
+    /// The absolute paths of the selected files, in no order.
     QStringList selectedFiles() const;
 
     /// The name of the option whose row is the current one; empty if it is another row.

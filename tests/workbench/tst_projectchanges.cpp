@@ -16,6 +16,7 @@
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMenu>
+#include <QSignalSpy>
 #include <QTreeWidget>
 #include <QWindow>
 
@@ -49,6 +50,7 @@ private slots:
 
     void theContextMenuOffersTheSame();
     void severalFilesAreChangedAtOnce();
+    void thousandsOfFilesAreChangedInOneGo();
     void aProjectFileThatCannotBeWrittenIsTold_data();
     void aProjectFileThatCannotBeWrittenIsTold();
 
@@ -314,6 +316,31 @@ void ProjectChangesTest::severalFilesAreChangedAtOnce()
     QTRY_COMPARE(
         rows().mid(0, 5),
         QStringList({"chip", "  Configurations", "    a.molk", "  Verilog", "    spare.v"}));
+}
+
+// However many are selected, those who look at the selection are told a few times only.
+void ProjectChangesTest::thousandsOfFilesAreChangedInOneGo()
+{
+    const int count = 3000;
+    QByteArray text = "name: chip\nfiles:\n";
+    for (int i = 0; i < count; ++i)
+        text += "  - {name: f" + QByteArray::number(i) + ".v, file_type: verilogSource}\n";
+    bench.makeFile("chip.eda.yml", text);
+    QStringList errors;
+    QVERIFY(bench.window()->openProject(bench.path("chip.eda.yml"), QString(), &errors));
+    bench.clickRow("f0.v");
+    bench.key(Qt::Key_A, Qt::ControlModifier);
+    QCOMPARE(bench.panel()->selectedFiles().size(), count);
+
+    QSignalSpy told(bench.panel(), &QTreeWidget::itemSelectionChanged);
+    bench.key(Qt::Key_Space);
+    QTRY_COMPARE(bench.row("f2999.v")->foreground(0).color(), QColor(Qt::gray));
+    QCOMPARE(bench.panel()->selectedFiles().size(), count);
+    QVERIFY2(told.size() < 10, QByteArray::number(told.size()));
+    QCOMPARE(bench.projectText().count("\n      - f"), count);
+
+    bench.key(Qt::Key_Delete);
+    QTRY_COMPARE(rows().mid(0, 2), QStringList({"chip", "  Options"}));
 }
 
 void ProjectChangesTest::aProjectFileThatCannotBeWrittenIsTold_data()
