@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: The project's authors
 // SPDX-License-Identifier: MIT
 
-#include "messagespane.h"
 #include "modaldriver.h"
 #include "projectpanel.h"
 #include "sourceview.h"
@@ -14,18 +13,11 @@
 
 #include "core/iview.h"
 
-#include <QDockWidget>
-#include <QDropEvent>
 #include <QFileDialog>
 #include <QLineEdit>
-#include <QMenu>
-#include <QMimeData>
 #include <QPlainTextEdit>
-#include <QSettings>
-#include <QWindow>
 
 using Workbench::MainWindow;
-using Workbench::MessagesPane;
 using Workbench::ProjectPanel;
 using Workbench::SourceView;
 
@@ -56,16 +48,7 @@ private slots:
     void aRefusedCloseKeepsTheProject();
     void theTreeFollowsTheProject();
 
-    void droppedFilesAreOpened();
-    void somethingElseIsNotDropped();
-    void recentFilesAreOffered();
-    void aProblemOpensItsSource();
-    void aFileThatIsGoneIsTold();
-    void theLayoutIsRemembered();
-
 private:
-    Core::IView *openExample(const QString &name = "a.molk");
-    QStringList recentTexts();
     void answerFileDialog(ModalDriver &driver, const QString &path);
 
     WorkbenchFixture bench;
@@ -81,31 +64,6 @@ void MainWindowTest::cleanup()
 {
     bench.reset();
     bench.window()->show();
-}
-
-// A clean view of a configuration with one core.
-Core::IView *MainWindowTest::openExample(const QString &name)
-{
-    const QString path = bench.makeConfiguration(name);
-    QStringList errors;
-    if (!bench.runtime.services().project()
-        && !bench.window()->openProject(bench.makeProject("p.eda.yml"), QString(), &errors))
-        return nullptr;
-    bench.window()->openPaths({path});
-    return bench.documents()->activeView();
-}
-
-QStringList MainWindowTest::recentTexts()
-{
-    auto *menu = bench.window()->findChild<QMenu *>("recentMenu");
-    emit menu->aboutToShow();
-    QStringList texts;
-    const auto actions = menu->actions();
-    for (const QAction *action : actions) {
-        if (!action->isSeparator())
-            texts.append(action->text());
-    }
-    return texts;
 }
 
 void MainWindowTest::answerFileDialog(ModalDriver &driver, const QString &path)
@@ -140,7 +98,7 @@ void MainWindowTest::theMenuOpensAProjectAndAConfiguration()
 
 void MainWindowTest::savingFollowsTheActiveView()
 {
-    QVERIFY(openExample());
+    QVERIFY(bench.openExample());
     QAction *save = bench.runtime.services().proxyAction("Core.Action.Save");
     QVERIFY(!save->isEnabled());
 
@@ -160,7 +118,7 @@ void MainWindowTest::savingFollowsTheActiveView()
 
 void MainWindowTest::closingACleanViewAsksNothing()
 {
-    QVERIFY(openExample());
+    QVERIFY(bench.openExample());
     const ModalDriver driver;
     bench.action("&Close")->trigger();
     QVERIFY(!bench.documents()->activeView());
@@ -169,7 +127,7 @@ void MainWindowTest::closingACleanViewAsksNothing()
 
 void MainWindowTest::closingAModifiedViewAsks()
 {
-    Core::IView *view = openExample();
+    Core::IView *view = bench.openExample();
     QVERIFY(view);
     bench.modify();
     const QString question = "Save changes to \"" + bench.path("a.molk") + "\" ?";
@@ -186,11 +144,11 @@ void MainWindowTest::closingAModifiedViewAsks()
 
 void MainWindowTest::closingTheWindowAsksEachModifiedView()
 {
-    QVERIFY(openExample("a.molk"));
+    QVERIFY(bench.openExample("a.molk"));
     bench.modify();
-    QVERIFY(openExample("b.molk"));
+    QVERIFY(bench.openExample("b.molk"));
     bench.modify();
-    QVERIFY(openExample("clean.molk"));
+    QVERIFY(bench.openExample("clean.molk"));
 
     // The clean view in front goes without a word.
     ModalDriver driver;
@@ -210,7 +168,7 @@ void MainWindowTest::closingTheWindowAsksEachModifiedView()
 
 void MainWindowTest::quittingIsClosing()
 {
-    QVERIFY(openExample());
+    QVERIFY(bench.openExample());
     bench.modify();
     ModalDriver driver;
     driver.expectMessage("Save", "Save changes to \"" + bench.path("a.molk") + "\" ?",
@@ -282,7 +240,7 @@ void MainWindowTest::sourceFilesMakeAProjectIfNoneIsOpen()
 
 void MainWindowTest::sourceFilesAreShownIfAProjectIsOpen()
 {
-    QVERIFY(openExample());
+    QVERIFY(bench.openExample());
     bench.window()->openPaths({bench.path("chip.v")});
     auto *view = qobject_cast<SourceView *>(bench.documents()->activeView());
     QVERIFY(view);
@@ -307,7 +265,7 @@ void MainWindowTest::anotherTopModuleIsNotStored()
 
 void MainWindowTest::aBrokenProjectIsToldAndChangesNothing()
 {
-    QVERIFY(openExample());
+    QVERIFY(bench.openExample());
     const QString broken = bench.makeFile("broken.eda.yml", "name: x\nfiles: 7\n");
 
     ModalDriver driver;
@@ -321,7 +279,7 @@ void MainWindowTest::aBrokenProjectIsToldAndChangesNothing()
 
 void MainWindowTest::anotherProjectClosesTheViews()
 {
-    QVERIFY(openExample());
+    QVERIFY(bench.openExample());
     QStringList errors;
     QVERIFY(bench.window()->openProject(bench.makeProject("q.eda.yml"), QString(), &errors));
     QVERIFY(bench.documents()->views().isEmpty());
@@ -330,7 +288,7 @@ void MainWindowTest::anotherProjectClosesTheViews()
 
 void MainWindowTest::aRefusedCloseKeepsTheProject()
 {
-    QVERIFY(openExample());
+    QVERIFY(bench.openExample());
     bench.modify();
     ModalDriver driver;
     driver.expectMessage("Save", "Save changes to \"" + bench.path("a.molk") + "\" ?",
@@ -361,91 +319,6 @@ void MainWindowTest::theTreeFollowsTheProject()
     QCOMPARE(panel->topLevelItem(0)->child(1)->text(0), "Options");
     QVERIFY(!panel->topLevelItem(0)->child(1)->isExpanded());
     QVERIFY(panel->topLevelItem(0)->child(0)->isExpanded());
-}
-
-static void drop(QWidget *window, const QMimeData &data)
-{
-    const QPoint middle = window->rect().center();
-    QDragEnterEvent enter(middle, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(window->windowHandle(), &enter);
-    if (!enter.isAccepted())
-        return;
-    QDropEvent dropped(middle, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(window->windowHandle(), &dropped);
-}
-
-void MainWindowTest::droppedFilesAreOpened()
-{
-    QMimeData data;
-    data.setUrls({QUrl::fromLocalFile(bench.makeProject("p.eda.yml")),
-                  QUrl::fromLocalFile(bench.makeConfiguration("a.molk"))});
-    drop(bench.window(), data);
-    QTRY_VERIFY(bench.documents()->activeView());
-    QCOMPARE(bench.window()->windowTitle(), "a.molk - p - Workbench");
-}
-
-void MainWindowTest::somethingElseIsNotDropped()
-{
-    QMimeData data;
-    data.setText("some text");
-    drop(bench.window(), data);
-    data.setUrls({QUrl("https://example.org/a.molk")});
-    drop(bench.window(), data);
-    QCoreApplication::processEvents();
-    QVERIFY(bench.documents()->views().isEmpty());
-}
-
-void MainWindowTest::recentFilesAreOffered()
-{
-    QCOMPARE(recentTexts(), QStringList("&Clear List"));
-    QVERIFY(openExample("a & b.molk"));
-    QCOMPARE(recentTexts(),
-             QStringList({bench.path("p.eda.yml"), bench.path("a && b.molk"), "&Clear List"}));
-
-    bench.action("&Close")->trigger();
-    bench.action(bench.path("a && b.molk"))->trigger();
-    QVERIFY(bench.documents()->activeView());
-
-    recentTexts();
-    bench.action("&Clear List")->trigger();
-    QCOMPARE(recentTexts(), QStringList("&Clear List"));
-}
-
-void MainWindowTest::aProblemOpensItsSource()
-{
-    QVERIFY(openExample());
-    bench.window()->messages()->setDesignLog({"WARNING: " + bench.path("chip.v") + ":2:1: odd"});
-    auto *problems = bench.window()->findChild<QTreeWidget *>("problems");
-    emit problems->itemActivated(problems->topLevelItem(0), 0);
-    auto *view = qobject_cast<SourceView *>(bench.documents()->activeView());
-    QVERIFY(view);
-    QCOMPARE(view->currentLine(), 2);
-}
-
-void MainWindowTest::aFileThatIsGoneIsTold()
-{
-    QVERIFY(openExample());
-    ModalDriver driver;
-    driver.expectMessage("Error", bench.path("gone.v") + " does not exist.", QMessageBox::Ok);
-    bench.window()->openPaths({bench.path("gone.v")});
-
-    driver.expectMessage("Error", bench.path("gone.molk") + " open file failed.", QMessageBox::Ok);
-    bench.window()->openPaths({bench.path("gone.molk")});
-    QVERIFY(!recentTexts().contains(bench.path("gone.molk")));
-    QCOMPARE(bench.documents()->views().size(), 1);
-}
-
-void MainWindowTest::theLayoutIsRemembered()
-{
-    auto *dock = bench.window()->findChild<QDockWidget *>("messagesDock");
-    dock->hide();
-    QVERIFY(bench.window()->close());
-    dock->show();
-
-    QVERIFY(QSettings().contains("window/state"));
-    QVERIFY(bench.window()->restoreState(QSettings().value("window/state").toByteArray()));
-    QVERIFY(dock->isHidden());
-    dock->show();
 }
 
 MOLK_TEST_MAIN(MainWindowTest)

@@ -108,6 +108,17 @@ bool WorkbenchFixture::openChip()
     return documents()->activeView() != nullptr;
 }
 
+Core::IView *WorkbenchFixture::openExample(const QString &name)
+{
+    const QString path = makeConfiguration(name);
+    QStringList errors;
+    if (!runtime.services().project()
+        && !window()->openProject(makeProject("p.eda.yml"), QString(), &errors))
+        return nullptr;
+    window()->openPaths({path});
+    return documents()->activeView();
+}
+
 QByteArray WorkbenchFixture::projectText()
 {
     QFile file(path("chip.eda.yml"));

@@ -48,6 +48,10 @@ public:
     /// configuration "a.molk", and that configuration, unmodified. False if that fails.
     bool openChip();
 
+    /// Makes the configuration \a name with one core, and opens it, in the project of makeProject()
+    /// if none is open. Null if that fails.
+    Core::IView *openExample(const QString &name = "a.molk");
+
     /// What the project file of openChip() holds.
     QByteArray projectText();
 
