@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The project's authors
 // SPDX-License-Identifier: MIT
 
+#include "appearance.h"
 #include "modaldriver.h"
 #include "projectpanel.h"
 #include "testwidgetsmain.h"
@@ -9,8 +10,14 @@
 #include "host/host.h"
 #include "project/edamproject.h"
 
+#include "core/iview.h"
+
+#include <QDockWidget>
 #include <QFile>
+#include <QLabel>
+#include <QPushButton>
 #include <QSaveFile>
+#include <QTreeWidget>
 
 static const char designChanged[] = "Design files changed. Do you want to reload?";
 
@@ -35,6 +42,8 @@ private slots:
     void cancelKeepsTheNetlistAndTheNextChangeAsksAnew();
     void eachOpenConfigurationAsks();
     void aRefusedDesignClosesTheConfiguration();
+    void twoQuestionsFitASmallWindow_data();
+    void twoQuestionsFitASmallWindow();
 
 private:
     WorkbenchFixture bench;
@@ -179,6 +188,51 @@ void DesignQuestionsTest::aRefusedDesignClosesTheConfiguration()
     driver.expectMessage("Error", "Design files are not exist.", QMessageBox::Ok);
     bench.answerBanner("btnA");
     QTRY_VERIFY(bench.documents()->views().isEmpty());
+}
+
+void DesignQuestionsTest::twoQuestionsFitASmallWindow_data()
+{
+    QTest::addColumn<bool>("dark");
+    QTest::newRow("light") << false;
+    QTest::newRow("dark") << true;
+}
+
+// About what a screen has left at twice the scale, with the large letters of the tests. No button
+// below still has its rows.
+void DesignQuestionsTest::twoQuestionsFitASmallWindow()
+{
+    QFETCH(bool, dark);
+    if (dark)
+        Workbench::useDarkColours();
+    bench.window()->findChild<QDockWidget *>("messagesDock")->hide();
+    bench.window()->resize(960, 680);
+    bench.makeFile("chip.v", "module chip;\nendmodule\n");
+    QFile configuration(bench.path("a.molk"));
+    QVERIFY(configuration.open(QIODevice::Append) && configuration.write("\n") == 1);
+    configuration.close();
+    QTRY_COMPARE(bench.banners().size(), 2);
+    QVERIFY2(
+        bench.window()->width() <= 960 && bench.window()->height() <= 680,
+        qPrintable(QString("%1 x %2").arg(bench.window()->width()).arg(bench.window()->height())));
+
+    QWidget *view = bench.documents()->activeView();
+    const auto questions = view->findChildren<QWidget *>("MOLK__ReloadBanner");
+    for (const QWidget *question : questions) {
+        const auto *text = question->findChild<QLabel *>("labelFile");
+        QVERIFY(text->height() >= text->heightForWidth(text->width()));
+        const QPalette palette = text->palette();
+        QVERIFY(qAbs(palette.color(QPalette::WindowText).lightness()
+                     - palette.color(QPalette::Window).lightness())
+                > 100);
+        for (const char *name : {"btnA", "btnB"}) {
+            const auto *button = question->findChild<QPushButton *>(QLatin1String(name));
+            QCOMPARE(button->visibleRegion().boundingRect(), button->rect());
+        }
+    }
+    const auto *ports = view->findChild<QTreeWidget *>("treeProbeOut");
+    QVERIFY(ports->viewport()->visibleRegion().boundingRect().height() >= 40);
+    bench.window()->findChild<QDockWidget *>("messagesDock")->show();
+    bench.window()->resize(1280, 820);
 }
 
 MOLK_TEST_MAIN(DesignQuestionsTest)
