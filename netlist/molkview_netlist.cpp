@@ -9,6 +9,7 @@
 #include "messagedlg.h"
 #include "modal.h"
 #include "molkview_p.h"
+#include "retirement.h"
 
 #include "fathom/extraction.h"
 #include "fathom/hierachy.h"
@@ -57,7 +58,7 @@ bool MolkView::readRtlNetlist()
     QStringList topModules;
     QStringList modules;
     QStringList messages;
-    FATHOM::catchRtlModules(topModules, modules, messages, info, nullptr);
+    getRtlModules(info, topModules, modules, messages);
     if (!guard)
         return false;
     if (reportsError(messages)) {
@@ -92,6 +93,7 @@ FATHOM::RtlNetlist *MolkView::updateRtlNetlist()
 {
     FATHOM::RtlNetlist *netlist = nullptr;
     QStringList log;
+    const NestedLoop loop(nullptr);
     FATHOM::catchRtlNetsWithProgressDialog(&netlist, log, nullptr);
     return netlist;
 }
@@ -99,6 +101,7 @@ FATHOM::RtlNetlist *MolkView::updateRtlNetlist()
 void MolkView::getRtlModules(QMap<QString, QVariant> &info, QStringList &topModules,
                              QStringList &modules, QStringList &messages)
 {
+    const NestedLoop loop(nullptr);
     FATHOM::catchRtlModules(topModules, modules, messages, info, nullptr);
 }
 

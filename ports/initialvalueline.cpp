@@ -6,6 +6,7 @@
 #include "initialvalue.h"
 #include "modal.h"
 #include "probeportsoptionwidget.h"
+#include "retirement.h"
 #include "valueconversion.h"
 
 #include <QEvent>
@@ -36,6 +37,13 @@ InitialValueLine::~InitialValueLine()
 
 bool InitialValueLine::event(QEvent *event)
 {
+    // The message stands in the midst of a change of the focus, which goes on with this line.
+    if (event->type() == QEvent::DeferredDelete && asking) {
+        doomed = true;
+        // The labels are on their way out, too, and this line goes ahead of them.
+        deleteLabels();
+        return true;
+    }
     if (event->type() == QEvent::FocusOut) {
         const QPointer<InitialValueLine> self = this;
         onTextChange();
@@ -111,6 +119,8 @@ void InitialValueLine::keyPressEvent(QKeyEvent *event)
 
 void InitialValueLine::onTextChange()
 {
+    if (asking || isRetired(this))
+        return;
     const QString typed = displayText();
     const QString bits = stringHextoBinfor0x(typed);
     const int width = bitCount();
@@ -133,9 +143,15 @@ void InitialValueLine::rejectText(const QString &digits)
     const QList<QLabel *> labelsBefore = labels;
     const QString bitsBefore = bitString();
 
+    asking = true;
     const QString text = "Value '%1' for Probe Out%2 Initial Value exceeds the effective width.";
     showMessage(this, QMessageBox::Information, "Error", text.arg(digits, QString::number(index)));
-    if (!self)
+    if (self) {
+        asking = false;
+        if (doomed)
+            deleteLater();
+    }
+    if (isRetired(self))
         return;
     if (owner)
         emit owner->modified();

@@ -79,6 +79,8 @@ private:
 
     QRegExpValidator *validator;
     QPointer<ProbePortsOptionWidget> owner;
+    bool asking = false; // The message about a value that doesn't fit stands.
+    bool doomed = false; // To be deleted once it doesn't.
 };
 
 } // namespace MOLK

@@ -9,6 +9,7 @@
 #include "molkcore.h"
 #include "molksignalselectdialog.h"
 #include "portrows.h"
+#include "retirement.h"
 #include "signaldisplay.h"
 
 #include "qutil/eventmanager.h"
@@ -110,7 +111,7 @@ void ProbePortsOptionWidget::onbtnUserClock()
 {
     const QPointer<ProbePortsOptionWidget> self = this;
     const QString name = MolkSignalSelectDialog::getSignal(netlist, 0, this);
-    if (!self || name.isEmpty())
+    if (isRetired(self) || name.isEmpty())
         return;
     ui->lineEditUserClock->setText(name);
     emit modified();

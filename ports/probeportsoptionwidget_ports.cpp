@@ -10,6 +10,7 @@
 #include "molkcore.h"
 #include "portrows.h"
 #include "probedialog.h"
+#include "retirement.h"
 
 #include <QPointer>
 
@@ -70,8 +71,18 @@ void ProbePortsOptionWidget::onAddProbeOut()
     }
     core->addProbeOut(count);
     appendProbeOutRows(count);
+    const QPointer<ProbePortsOptionWidget> self = this;
     refreshProbeOutSignals();
-    emit modified();
+    if (!isRetired(self))
+        emit modified();
+}
+
+// A dialog on a port must not outlive the port, and the row that it was opened on goes as well.
+static void cancelDialogs(const QWidget *page)
+{
+    const auto dialogs = page->findChildren<ProbeDialog *>(QString(), Qt::FindDirectChildrenOnly);
+    for (ProbeDialog *dialog : dialogs)
+        dialog->reject();
 }
 
 void ProbePortsOptionWidget::onRemoveProbeIn()
@@ -81,6 +92,7 @@ void ProbePortsOptionWidget::onRemoveProbeIn()
         return;
     }
 
+    cancelDialogs(this);
     // A signal row goes from the tree alone: the core, given -1, keeps the signal.
     const QList<QTreeWidgetItem *> selected = ui->treeProbeIn->selectedItems();
     for (QTreeWidgetItem *row : selected) {
@@ -100,6 +112,7 @@ void ProbePortsOptionWidget::onRemoveProbeOut()
         return;
     }
 
+    cancelDialogs(this);
     const QList<QTreeWidgetItem *> selected = ui->treeProbeOut->selectedItems();
     for (QTreeWidgetItem *row : selected) {
         const int index = ui->treeProbeOut->indexOfTopLevelItem(row);
@@ -143,7 +156,7 @@ void ProbePortsOptionWidget::editProbeIn(QTreeWidgetItem *item, int col)
 
     const QPointer<ProbePortsOptionWidget> self = this;
     const int result = execAndDelete(new ProbeDialog(port, netlist, 0, this));
-    if (!self || result != QDialog::Accepted)
+    if (isRetired(self) || result != QDialog::Accepted)
         return;
     refreshProbeInSignals();
     ui->treeProbeIn->setCurrentItem(row);
@@ -166,9 +179,12 @@ void ProbePortsOptionWidget::editProbeOut(QTreeWidgetItem *item, int col)
     connect(this, SIGNAL(netlistChanged()), dialog, SLOT(closeWidget()));
     const QPointer<ProbePortsOptionWidget> self = this;
     const int result = execAndDelete(dialog);
-    if (!self || result != QDialog::Accepted)
+    if (isRetired(self) || result != QDialog::Accepted)
         return;
     refreshProbeOutSignals();
+    if (isRetired(self))
+        return;
+    row = ui->treeProbeOut->topLevelItem(core->getAllProbeOuts().indexOf(port));
     ui->treeProbeOut->setCurrentItem(row);
     ui->treeProbeOut->expandItem(row);
     emit modified();

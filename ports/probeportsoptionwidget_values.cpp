@@ -9,7 +9,10 @@
 #include "initialvalueline.h"
 #include "molkcore.h"
 #include "portrows.h"
+#include "retirement.h"
 #include "valueconversion.h"
+
+#include <QPointer>
 
 namespace MOLK {
 
@@ -33,12 +36,16 @@ void ProbePortsOptionWidget::refreshProbeOutSignals()
 {
     // A line that is disabled under the focus commits, maybe with a message. So this comes ahead of
     // any change to rows, while all labels are in place; its value doesn't count any more.
-    const int count = ui->treeProbeOut->topLevelItemCount();
-    for (int i = 0; i < count; ++i)
+    const QPointer<ProbePortsOptionWidget> self = this;
+    for (int i = 0; i < ui->treeProbeOut->topLevelItemCount(); ++i) {
         valueLine(i)->setEnabled(core->getProbeOut(i)->width() != 0);
+        if (isRetired(self))
+            return;
+    }
 
     // All labels go ahead of the first row: what a removal costs grows with the widgets in the
     // tree.
+    const int count = ui->treeProbeOut->topLevelItemCount();
     const ValueTree::Batch batch(ui->treeValue);
     for (int i = 0; i < count; ++i)
         ui->treeValue->releaseLabels(ui->treeValue->topLevelItem(i));

@@ -3,14 +3,22 @@
 
 #include "modal.h"
 
+#include "retirement.h"
+
 #include <QPointer>
 
 namespace MOLK {
 
+int execDialog(QDialog *dialog)
+{
+    const NestedLoop loop(dialog);
+    return dialog->exec();
+}
+
 int execAndDelete(QDialog *dialog)
 {
     const QPointer<QDialog> guard(dialog);
-    const int result = dialog->exec();
+    const int result = execDialog(dialog);
     delete guard.data();
     return result;
 }

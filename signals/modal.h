@@ -9,6 +9,9 @@ class QDialog;
 
 namespace MOLK {
 
+/// Runs \a dialog in a nested event loop, as a NestedLoop. It may be gone when this returns.
+int execDialog(QDialog *dialog);
+
 /// Runs \a dialog in a nested event loop and deletes it.
 ///
 /// The parent of \a dialog may be destroyed meanwhile, and the dialog with it. So whoever calls

@@ -5,6 +5,7 @@
 
 #include "ui_molksignalselectdialog.h"
 
+#include "modal.h"
 #include "rtlnetlisttreeview.h"
 #include "signalitem.h"
 
@@ -63,7 +64,7 @@ static Result pick(MolkSignalSelectDialog *made, Result (MolkSignalSelectDialog:
 {
     const QPointer<MolkSignalSelectDialog> dialog(made);
     Result result;
-    if (dialog->exec() == QDialog::Accepted && dialog)
+    if (execDialog(made) == QDialog::Accepted && dialog)
         result = (dialog->*read)();
     delete dialog.data();
     return result;

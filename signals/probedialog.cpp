@@ -8,6 +8,7 @@
 #include "modal.h"
 #include "molksignalselectdialog.h"
 #include "probein.h"
+#include "retirement.h"
 #include "rowremoval.h"
 #include "signaldisplay.h"
 #include "signaltree.h"
@@ -42,9 +43,9 @@ ProbeDialog::~ProbeDialog()
 
 void ProbeDialog::onAdd()
 {
-    const QPointer<ProbeDialog> guard(this);
+    const QPointer<ProbeDialog> self(this);
     const QList<SignalItem> picked = MolkSignalSelectDialog::getSignals(netlist.get(), type, this);
-    if (guard)
+    if (!isRetired(self))
         addPicked(ui->treeWidget, picked);
 }
 
@@ -64,6 +65,9 @@ void ProbeDialog::on_treeWidget_itemSelectionChanged()
 
 void ProbeDialog::accept()
 {
+    // The port may be gone already.
+    if (isRetired(this))
+        return reject();
     QList<SignalItem> items;
     int width = 0;
     for (int i = 0; i < ui->treeWidget->topLevelItemCount(); ++i) {

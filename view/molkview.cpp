@@ -9,6 +9,7 @@
 #include "modal.h"
 #include "molkfile.h"
 #include "molkview_p.h"
+#include "retirement.h"
 
 #include "te/designmanager.h"
 #include "te/taskengine.h"
@@ -66,6 +67,7 @@ MolkView::MolkView(QWidget *parent)
 MolkView::~MolkView()
 {
     unsubscribeEvent();
+    retireChildren(this);
     delete ui;
     delete d;
 }

@@ -11,6 +11,7 @@
 #include "molkcore.h"
 #include "molkoptionwidget.h"
 #include "molkview_p.h"
+#include "retirement.h"
 
 #include <QAction>
 #include <QCursor>
@@ -49,6 +50,8 @@ void MolkView::removeMolkOptionWidget(MolkOptionWidget *widget)
 
 void MolkView::changeMolkWidget(int id)
 {
+    if (!d->commitValue())
+        return;
     for (MolkOptionWidget *page : qAsConst(d->optionWidgets)) {
         if (page->core->id != id)
             continue;
@@ -74,6 +77,12 @@ void MolkView::on_treeWidget_doubleClicked(const QModelIndex &index)
     on_treeWidget_clicked(index);
 }
 
+static const QAction *execMenu(QMenu *menu)
+{
+    const NestedLoop loop(menu);
+    return menu->exec(QCursor::pos());
+}
+
 void MolkView::on_treeWidget_customContextMenuRequested(const QPoint &pos)
 {
     const int row = ui->treeWidget->indexAt(pos).row();
@@ -87,7 +96,7 @@ void MolkView::on_treeWidget_customContextMenuRequested(const QPoint &pos)
     const QPointer<QMenu> menu(new QMenu(ui->treeWidget));
     menu->addAction(d->addAction);
     menu->addAction(d->removeAction);
-    const QAction *chosen = menu->exec(QCursor::pos());
+    const QAction *chosen = execMenu(menu);
     delete menu.data();
     if (!guard || !chosen)
         return;
@@ -150,16 +159,18 @@ void MolkViewPrivate::removeCore(int index)
         showMessage(q, QMessageBox::Question, "Remove MOLk",
                     QString("Do you want to remove MOLK %1 ?").arg(index),
                     QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::Ok);
-    if (!guard || answer != QMessageBox::Ok)
+    if (!guard || answer != QMessageBox::Ok || !commitValue())
         return;
-    // A reload meanwhile has put other cores in place of the one that was asked about.
-    if (!page || optionWidgets.value(index) != page)
+    // A reload meanwhile has put other cores in place of the one that was asked about, and a
+    // removal has left it as the only one.
+    if (!page || optionWidgets.value(index) != page || cores.size() == 1)
         return;
 
     optionWidgets.removeAt(index);
     MolkCore *core = page->core;
     q->removeMolkOptionWidget(page);
-    delete page.data();
+    if (!retire(page))
+        delete page.data();
     cores.removeOne(core);
     delete core;
     for (int i = 0; i < cores.size(); ++i)

@@ -74,6 +74,10 @@ public:
     /// \param report receives what speaks against it, a line for each fault; may be null.
     bool validate(QString *report) const;
 
+    /// Takes the focus from the value that is being edited, so that it is committed while nothing
+    /// is half done. A value that doesn't fit raises a message. \return false if the view is gone.
+    bool commitValue();
+
     /// Ends the modified state and tells of it if it was set; the titles stay as they are.
     void clearModified();
 

@@ -11,6 +11,7 @@
 #include "molkoptionwidget.h"
 #include "molkview_p.h"
 #include "reloadbanner.h"
+#include "retirement.h"
 
 #include <QFile>
 #include <QFileSystemWatcher>
@@ -47,6 +48,7 @@ void MolkView::checkForReload()
 
 void MolkView::onBannerReload()
 {
+    const QPointer<MolkView> guard(this);
     if (reloadMolkFile()) {
         // A file that was replaced has left the watcher, so the watch begins anew.
         d->watcher->removePath(d->file);
@@ -55,7 +57,8 @@ void MolkView::onBannerReload()
         d->reloadPending = false;
         return;
     }
-    const QPointer<MolkView> guard(this);
+    if (!guard)
+        return;
     showMessage(this, QMessageBox::Warning, "Reload Molk", "Invalid MOLK file.");
     if (guard)
         onBannerClose();
@@ -79,17 +82,18 @@ void MolkView::onBannerClose()
     d->closeWithoutQuestion();
 }
 
-// False if the file isn't fit to be read; nothing has been touched then.
+// False if the file isn't fit to be read, with nothing touched then, or if the view is gone.
 bool MolkView::reloadMolkFile()
 {
-    if (!checkMOLKFile(d->file))
+    if (!d->commitValue() || !checkMOLKFile(d->file))
         return false;
 
     while (!d->optionWidgets.isEmpty()) {
         MolkOptionWidget *page = d->optionWidgets.takeLast();
         removeMolkOptionWidget(page);
         // A line of the page may be what called us, through a box that it has open.
-        page->deleteLater();
+        if (!retire(page))
+            page->deleteLater();
     }
     qDeleteAll(d->cores);
     d->cores = readMOLKConfigFromXml(d->file, nullptr, nullptr);

@@ -5,6 +5,7 @@
 
 #include "ui_molkview.h"
 
+#include "initialvalueline.h"
 #include "modal.h"
 #include "molkcore.h"
 #include "molkfile.h"
@@ -18,10 +19,12 @@
 #include "fathom/rtlnetlist.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QDebug>
 #include <QDir>
 #include <QFileInfo>
 #include <QFileSystemWatcher>
+#include <QPointer>
 
 namespace MOLK {
 namespace private_impl {
@@ -114,6 +117,15 @@ bool MolkViewPrivate::saveFile()
     q->setWindowTitle(title);
     q->setShortTitle(title);
     return true;
+}
+
+bool MolkViewPrivate::commitValue()
+{
+    const QPointer<MolkViewPrivate> guard(this);
+    const auto *line = qobject_cast<InitialValueLine *>(QApplication::focusWidget());
+    if (line && q->isAncestorOf(line))
+        q->ui->treeWidget->setFocus();
+    return guard;
 }
 
 void MolkViewPrivate::clearModified()

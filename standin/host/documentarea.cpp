@@ -241,9 +241,19 @@ void DocumentArea::forget(ViewPage *page)
 
 void DocumentArea::leave(ViewPage *page)
 {
+    // What loses the focus may show a message, from whose event loop the view may leave as well.
+    const QPointer<ViewPage> guard(page);
+    const bool hadFocus = page->isAncestorOf(QApplication::focusWidget());
+    if (hadFocus)
+        tabs->setFocus();
+    if (!guard || guard->left)
+        return;
+
     page->hide();
     page->deleteLater();
     forget(page);
+    if (hadFocus && activePage && tabs->hasFocus())
+        activePage->view->setFocus();
 }
 
 void DocumentArea::activateCurrent()
