@@ -13,6 +13,9 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
+#include <cerrno>
+#include <unistd.h>
+
 namespace MOLK {
 
 // A chain of links longer than the system follows is taken for a circle.
@@ -40,6 +43,16 @@ static QString linkTarget(const QString &fileName)
         target = info.symLinkTarget();
     }
     return QString();
+}
+
+// QSaveFile asks for this as well, but lets it fail: a disk or a quota that is full may be told of
+// only here.
+static bool isStored(QSaveFile *file)
+{
+    if (::fsync(file->handle()) == 0)
+        return true;
+    // Not every file system can tell.
+    return errno == EINVAL || errno == ENOTSUP || errno == ENOSYS;
 }
 
 bool checkMOLKFile(const QString &fileName)
@@ -79,7 +92,7 @@ bool writeMOLKConfigToXml(const QList<MolkCore *> &cores, const QString &fileNam
     if (!file.open(QIODevice::WriteOnly))
         return false;
     MolkFileWriter writer(&file);
-    if (writer.write(cores) && file.flush())
+    if (writer.write(cores) && file.flush() && isStored(&file))
         return file.commit();
     file.cancelWriting();
     return false;
