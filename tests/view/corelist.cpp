@@ -5,6 +5,7 @@
 
 #include "molkcore.h"
 #include "molkoptionwidget.h"
+#include "privateaccess.h"
 #include "treelines.h"
 #include "viewbench.h"
 
@@ -13,6 +14,13 @@
 #include <QTreeWidget>
 
 using namespace MOLK;
+
+struct PageNetlist
+{
+    using Type = FATHOM::RtlNetlist *MolkOptionWidget::*;
+    friend Type member(PageNetlist);
+};
+template struct PrivateAccess<PageNetlist, &MolkOptionWidget::netlist>;
 
 QTreeWidget *coreTree(const MolkView *view)
 {
@@ -27,6 +35,11 @@ QStringList coreLines(const MolkView *view)
 QPoint rowCenter(const QTreeWidget *tree, int row)
 {
     return tree->visualItemRect(tree->topLevelItem(row)).center();
+}
+
+FATHOM::RtlNetlist *netlistOf(const MolkOptionWidget *page)
+{
+    return page->*member(PageNetlist());
 }
 
 int shownCore(MolkView *view)

@@ -6,7 +6,6 @@
 #include "modaldriver.h"
 #include "molkcore.h"
 #include "molkoptionwidget.h"
-#include "privateaccess.h"
 #include "testwidgetsmain.h"
 #include "viewtest.h"
 
@@ -20,13 +19,6 @@
 #include <QTreeWidget>
 
 using namespace MOLK;
-
-struct PageNetlist
-{
-    using Type = FATHOM::RtlNetlist *MolkOptionWidget::*;
-    friend Type member(PageNetlist);
-};
-template struct PrivateAccess<PageNetlist, &MolkOptionWidget::netlist>;
 
 class tst_MolkViewCores : public ViewTest
 {
@@ -54,11 +46,6 @@ private slots:
     void viewMayGoWhileTheLimitIsTold();
     void viewMayGoWhileTheOnlyCoreIsTold();
 };
-
-static FATHOM::RtlNetlist *netlistOf(const MolkOptionWidget *page)
-{
-    return page->*member(PageNetlist());
-}
 
 static void requestMenu(QTreeWidget *tree, const QPoint &pos)
 {

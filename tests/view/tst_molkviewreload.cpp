@@ -122,12 +122,14 @@ void tst_MolkViewReload::reloadKeepsTheModifiedStateAndTheTitles()
 void tst_MolkViewReload::reloadKeepsTheNetlist()
 {
     QVERIFY(showCores());
-    const FATHOM::RtlNetlist *netlist = document()->netlist;
+    FATHOM::RtlNetlist *netlist = document()->netlist;
     bench->host.clearCalls();
 
     press(raiseBanner(*shown), "btnA");
 
     QCOMPARE(document()->netlist, netlist);
+    // The new pages search it as the old ones did.
+    QCOMPARE(netlistOf(document()->optionWidgets.at(0)), netlist);
     QCOMPARE(bench->host.callsOf({"getSourceFileInfo", "catchRtlModules"}), QStringList());
 }
 
