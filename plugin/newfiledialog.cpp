@@ -63,22 +63,32 @@ void NewFileDialog::accept()
         QDialog::accept();
 }
 
+void NewFileDialog::showInfo(const QString &text)
+{
+    ui->labelInfo->setText(text);
+    // A long path takes several lines. The inner layouts know of them only once they are activated.
+    layout()->activate();
+    const int height = layout()->totalHeightForWidth(width());
+    if (height > this->height())
+        resize(width(), height);
+}
+
 bool NewFileDialog::checkInput(const QString &name, const QString &dir, const QString &path)
 {
     if (name.isEmpty()) {
-        ui->labelInfo->setText(tr("Please enter a name."));
+        showInfo(tr("Please enter a name."));
         return false;
     }
     if (dir.isEmpty()) {
-        ui->labelInfo->setText(tr("Please enter a path."));
+        showInfo(tr("Please enter a path."));
         return false;
     }
     if (!QDir(dir).exists() && !QDir().mkpath(dir)) {
-        ui->labelInfo->setText(tr("Cannot make the path %1.").arg(dir));
+        showInfo(tr("Cannot make the path %1.").arg(dir));
         return false;
     }
     if (QFile::exists(path)) {
-        ui->labelInfo->setText(tr("File %1 already exists.").arg(path));
+        showInfo(tr("File %1 already exists.").arg(path));
         return false;
     }
     return true;

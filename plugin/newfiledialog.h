@@ -31,6 +31,7 @@ private slots:
     void onBrowse();
 
 private:
+    void showInfo(const QString &text);
     bool checkInput(const QString &name, const QString &dir, const QString &path);
     bool createFile(const QString &path);
 

@@ -37,6 +37,7 @@ private slots:
     void danglingLinkIsNotWrittenThrough();
     void directoryStaysIfTheFileCannotBeMade();
     void messageIsReplacedByTheNext();
+    void longMessageNeedsNoWideDialog();
     void blanksAndEndingsInTheName_data();
     void blanksAndEndingsInTheName();
     void blanksInFrontOfTheDirectoryLookElsewhere();
@@ -278,6 +279,30 @@ void tst_NewFileCreation::messageIsReplacedByTheNext()
     // Nothing clears it on success: the dialog goes.
     QCOMPARE(info(), QString("Please enter a path."));
     QCOMPARE(dialog->result(), int(QDialog::Accepted));
+}
+
+void tst_NewFileCreation::longMessageNeedsNoWideDialog()
+{
+    openDialog();
+    dialog->show();
+    QVERIFY(QTest::qWaitForWindowExposed(dialog));
+    const int width = dialog->width();
+    QFile file(dir->filePath("file"));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    fill("a", dir->filePath("file" + QString("/directory").repeated(30)));
+
+    pressOk();
+
+    QVERIFY(info().startsWith("Cannot make the path "));
+    QCoreApplication::processEvents();
+    QCOMPARE(dialog->width(), width);
+    const auto *label = child<QLabel>("labelInfo");
+    QVERIFY(label->height() >= label->heightForWidth(label->width()));
+    QVERIFY(label->heightForWidth(label->width()) > 2 * label->fontMetrics().height());
+
+    fill("", "/tmp");
+    pressOk();
+    QVERIFY(label->fontMetrics().horizontalAdvance(info()) < label->width());
 }
 
 void tst_NewFileCreation::blanksAndEndingsInTheName_data()
