@@ -227,7 +227,8 @@ static QStringList configurationsOf(const EdamProject *project)
 void MainWindow::runWizard(Core::IWizardFactory *wizard)
 {
     const QStringList before = configurationsOf(host->project());
-    // Without a project there is no place that the file belongs to, and the wizard knows a better one.
+    // Without a project there is no place that the file belongs to, and the wizard knows a better
+    // one.
     const EdamProject *current = host->project();
     wizard->runWizard(this, current ? current->directory() : QString());
     const QStringList after = configurationsOf(host->project());

@@ -186,7 +186,7 @@ void MainWindow::addViewActions(QMenu *menu)
     } entries[] = {
         {tr("&Next Document"), Qt::CTRL + Qt::Key_PageDown, &MainWindow::goToDocument, 1},
         {tr("Pre&vious Document"), Qt::CTRL + Qt::Key_PageUp, &MainWindow::goToDocument, -1},
-        {tr("Next P&ane"), Qt::Key_F6, &MainWindow::goToPane, 1},
+        {tr("Ne&xt Pane"), Qt::Key_F6, &MainWindow::goToPane, 1},
         {tr("Previous Pan&e"), Qt::SHIFT + Qt::Key_F6, &MainWindow::goToPane, -1},
     };
     for (const auto &entry : entries) {

@@ -44,7 +44,7 @@ ProjectActions::ProjectActions(Standin::Host *services, ProjectPanel *tree, QWid
     down = make(tr("Move Do&wn"), tr("Compile the selected files later"), Qt::ALT + Qt::Key_Down,
                 SLOT(onDown()));
     top = make(tr("&Top Module..."), tr("Set the module that the design begins with"),
-               Qt::CTRL + Qt::Key_T, SLOT(onTop()));
+               Qt::CTRL + Qt::Key_T, SLOT(onTopModule()));
     top->setShortcutContext(Qt::WindowShortcut);
     settings =
         make(tr("&Settings..."), tr("Set device, language, synthesis tool and include directories"),
@@ -195,7 +195,7 @@ void ProjectActions::onDown()
          error);
 }
 
-void ProjectActions::onTop()
+void ProjectActions::onTopModule()
 {
     editSettings("TopModule");
 }

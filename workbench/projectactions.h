@@ -57,7 +57,7 @@ private slots:
     void onInclude(bool on);
     void onUp();
     void onDown();
-    void onTop();
+    void onTopModule();
     void onSettings();
     void onOpen();
 

@@ -197,8 +197,8 @@ void DesignQuestionsTest::twoQuestionsFitASmallWindow_data()
     QTest::newRow("dark") << true;
 }
 
-// About what a screen has left at twice the scale, with the large letters of the tests. No button
-// below still has its rows.
+// About what a screen has left at twice the scale, with the large letters of the tests. No
+// button and no word is cut off, and the page below still has its rows.
 void DesignQuestionsTest::twoQuestionsFitASmallWindow()
 {
     QFETCH(bool, dark);
