@@ -26,7 +26,6 @@ ProjectSettingsDialog::ProjectSettingsDialog(const Standin::EdamProject &project
     : QDialog(parent)
     , before(optionValues(project))
     , find(findModules)
-    , device(new QLineEdit(before.value("Device").toString(), this))
 {
     setObjectName("projectSettings");
     setWindowTitle(tr("Settings of %1").arg(project.name()));
@@ -35,6 +34,7 @@ ProjectSettingsDialog::ProjectSettingsDialog(const Standin::EdamProject &project
     auto *form = new QFormLayout;
     QWidget *topRow = makeTopRow(before.value("TopModule").toString());
     form->addRow(tr("&Top module:"), topRow);
+    device = new QLineEdit(before.value("Device").toString(), this);
     form->addRow(tr("De&vice:"), device);
     standard = makeStandardBox(before.value("Verilog_Standard").toString());
     form->addRow(tr("V&erilog standard:"), standard);

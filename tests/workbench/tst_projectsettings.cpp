@@ -52,6 +52,7 @@ private slots:
     void eachOptionLeadsToItsField_data();
     void eachOptionLeadsToItsField();
     void theKeyboardAloneSetsEverything();
+    void theTabKeyGoesFromTopToBottom();
 
 private:
     using Act = std::function<void(ProjectSettingsDialog *)>;
@@ -416,6 +417,25 @@ void ProjectSettingsTest::theKeyboardAloneSetsEverything()
     const QByteArray text = bench.projectText();
     QVERIFY2(text.contains("toplevel: chip") && text.contains("1364-1995") && text.contains("OD-7"),
              text);
+}
+
+void ProjectSettingsTest::theTabKeyGoesFromTopToBottom()
+{
+    QString error;
+    QVERIFY(bench.runtime.services().project()->setOption("IncludePath", QStringList({"a", "b"}),
+                                                          &error));
+    edit([](QDialog *dialog) {
+        QStringList visited;
+        for (int i = 0; i < 10; ++i) {
+            QWidget *focus = dialog->focusWidget();
+            const auto *button = qobject_cast<QPushButton *>(focus);
+            visited.append(button ? button->text().remove('&') : focus->objectName());
+            QTest::keyClick(dialog->windowHandle(), Qt::Key_Tab);
+        }
+        QCOMPARE(visited,
+                 QStringList({"topModule", "Find", "device", "verilogStandard", "synthesisTool",
+                              "paths", "Add...", "Remove", "Down", "OK"}));
+    });
 }
 
 MOLK_TEST_MAIN(ProjectSettingsTest)
