@@ -90,6 +90,8 @@ void tst_TreePairing::clickOnASignalSelectsItsBits()
     fixture.treeProbeOut->expandAll();
     fixture.click(fixture.treeProbeOut->topLevelItem(1)->child(2));
     QCOMPARE(selectedRow(fixture.treeValue), QString("1/2"));
+    fixture.click(fixture.treeProbeOut->topLevelItem(0)->child(1));
+    QCOMPARE(selectedRow(fixture.treeValue), QString("0/1"));
     fixture.click(fixture.treeProbeOut->topLevelItem(0));
     QCOMPARE(selectedRow(fixture.treeValue), QString("0"));
 }
