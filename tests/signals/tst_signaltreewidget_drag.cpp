@@ -168,10 +168,12 @@ void TestSignalTreeWidgetDrag::bitRowsCannotBeDragged()
 {
     Tree tree({net("a"), bus("q", 2), net("b")});
     const QStringList before = treeLines(tree.model());
+    QSignalSpy dragged(&tree, SIGNAL(itemDragged()));
     drag(&tree, "q[1]", emptySpace);
     QCOMPARE(treeLines(tree.model()), before);
     drag(&tree, "q[0]", onRow(&tree, "a", 3));
     QCOMPARE(treeLines(tree.model()), before);
+    QCOMPARE(dragged.count(), 0);
 }
 
 void TestSignalTreeWidgetDrag::excludedRowsCannotBeDragged()
