@@ -2,8 +2,9 @@
 // SPDX-License-Identifier: MIT
 
 // Bytes in: if they are accepted as a configuration, it must write, read back equal and write the
-// same bytes again.
+// same bytes again. Half of the inputs are made from others by changes of their structure.
 
+#include "documentmutator.h"
 #include "layoutreader.h"
 #include "modellines.h"
 #include "molkfilereader.h"
@@ -13,6 +14,7 @@
 
 #include <cstdint>
 #include <cstdlib>
+#include <cstring>
 
 static QList<MOLK::MolkCore *> readByLayout(QByteArray *bytes, bool *ok)
 {
@@ -87,4 +89,21 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         checkRoundTrip(cores);
     qDeleteAll(cores);
     return 0;
+}
+
+// libFuzzer's own way to change bytes; not there where the corpus is only replayed.
+extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t *data, std::size_t size, std::size_t most)
+    __attribute__((weak));
+
+extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t *data, std::size_t size,
+                                               std::size_t most, unsigned seed)
+{
+    if (LLVMFuzzerMutate && seed % 2 != 0)
+        return LLVMFuzzerMutate(data, size, most);
+    const QByteArray changed =
+        mutatedDocument(QByteArray(reinterpret_cast<const char *>(data), int(size)), seed / 2);
+    if (changed.isEmpty() || std::size_t(changed.size()) > most)
+        return LLVMFuzzerMutate ? LLVMFuzzerMutate(data, size, most) : size;
+    std::memcpy(data, changed.constData(), std::size_t(changed.size()));
+    return std::size_t(changed.size());
 }
