@@ -21,14 +21,39 @@ namespace MOLK {
 // A chain of links longer than the system follows is taken for a circle.
 static const int maximumLinks = 40;
 
+namespace {
+
+// A file as it is when it is opened. What somebody appends while it is read isn't read any more, or
+// the reading would take as long as the writing.
+class StillFile : public QFile
+{
+public:
+    using QFile::QFile;
+
+    void holdStill() { end = size(); }
+
+protected:
+    qint64 readData(char *data, qint64 maximum) override
+    {
+        return QFile::readData(data, qBound<qint64>(0, end - pos(), maximum));
+    }
+
+private:
+    qint64 end = 0;
+};
+
+} // namespace
+
 // The one way in: what the check accepts is exactly what can be read. Returns the cause of a
 // failure, empty on success.
 static QString readFile(const QString &fileName, QList<MolkCore *> *cores)
 {
-    QFile file(fileName);
+    StillFile file(fileName);
     QString cause = openPlainFile(&file);
-    if (cause.isEmpty())
+    if (cause.isEmpty()) {
+        file.holdStill();
         cause = readDocument(&file, cores);
+    }
     return file.error() == QFileDevice::NoError ? cause : file.errorString();
 }
 
