@@ -120,4 +120,12 @@ void EventBus::send(const Event &event)
     }
 }
 
+int EventBus::subscriptionCount() const
+{
+    int count = 0;
+    for (const Topic &topic : qAsConst(subscriptions().topics))
+        count += topic.inOrder.size();
+    return count;
+}
+
 } // namespace Standin

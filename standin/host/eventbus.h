@@ -23,6 +23,9 @@ public:
     /// is subscribed in the meantime hears from the next event on. Handlers may send events.
     void send(const Event &event);
 
+    /// How many subscriptions there are, each handler counted once for each name.
+    int subscriptionCount() const;
+
 private:
     EventBus() = default;
 };
