@@ -141,7 +141,10 @@ static void removeByRebuilding(QTreeWidget *tree, const QVector<int> &rows)
 void removeTopLevelRows(QTreeWidget *tree, const QVector<int> &rows)
 {
     if (rows.size() > fewRows) {
-        removeByRebuilding(tree, rows);
+        if (rows.size() == tree->topLevelItemCount())
+            tree->clear();
+        else
+            removeByRebuilding(tree, rows);
         return;
     }
     for (int i = rows.size() - 1; i >= 0; --i)

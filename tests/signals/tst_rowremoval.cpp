@@ -26,6 +26,7 @@ private slots:
     void excludedRowsInsideASelectedRangeStay();
     void theViewStaysWhereItWasScrolledTo();
     void manyRowsGoAtOnce();
+    void removalOfAllRowsIsTold();
 };
 
 static QStringList rowState(const QTreeWidget *tree, const QTreeWidgetItem *row)
@@ -72,6 +73,7 @@ void TestRowRemoval::removalEqualsDeletingRowByRow_data()
     QTest::newRow("few") << 12 << 2 << true;
     QTest::newRow("many") << 150 << 2 << true;
     QTest::newRow("nearly-all") << 120 << 40 << true;
+    QTest::newRow("all") << 60 << 1000000 << true;
     QTest::newRow("unshown") << 150 << 2 << false;
 }
 
@@ -188,6 +190,19 @@ void TestRowRemoval::manyRowsGoAtOnce()
     removeSelectedRows(&tree);
     QCOMPARE(tree.topLevelItemCount(), 30);
     QCOMPARE(removed.count(), 1);
+    QCOMPARE(selection.count(), 1);
+}
+
+void TestRowRemoval::removalOfAllRowsIsTold()
+{
+    QTreeWidget tree;
+    fill(&tree, 100);
+    tree.show();
+    tree.selectAll();
+    QSignalSpy selection(&tree, SIGNAL(itemSelectionChanged()));
+    removeSelectedRows(&tree);
+    QCOMPARE(tree.topLevelItemCount(), 0);
+    QVERIFY(!tree.currentItem());
     QCOMPARE(selection.count(), 1);
 }
 
