@@ -47,6 +47,13 @@ QString DirectoryFarm::addSource(const QString &path, const QString &suffix)
     return source;
 }
 
+QString DirectoryFarm::addIncludedCopy(const QString &path)
+{
+    const QString name = addSource(path, "__molk.vh");
+    includedCopies.insert(name);
+    return name;
+}
+
 QString DirectoryFarm::addIncludeDirectory(const QString &path)
 {
     if (path.isEmpty() || !QFileInfo(path).isDir())

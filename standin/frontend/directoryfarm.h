@@ -6,6 +6,7 @@
 #include "hostglobal.h"
 
 #include <QHash>
+#include <QSet>
 #include <QString>
 #include <QTemporaryDir>
 #include <QVector>
@@ -34,6 +35,10 @@ public:
     /// second half is where the copy belongs.
     QString addSource(const QString &path, const QString &suffix);
 
+    /// Announces the copy of the included file \a path. \return as addSource(); it counts as what
+    /// is included, though, and not as a source.
+    QString addIncludedCopy(const QString &path);
+
     /// Links the include directory \a path. \return its private name; empty if \a path is no
     /// directory.
     QString addIncludeDirectory(const QString &path);
@@ -49,7 +54,10 @@ public:
     QString sourceOfCopy(const QString &copy) const { return copies.value(copy); }
 
     /// True for the private name of a source's copy.
-    bool isSource(const QString &name) const { return sources.contains(name); }
+    bool isSource(const QString &name) const
+    {
+        return sources.contains(name) && !includedCopies.contains(name);
+    }
 
     /// Real directories of sources, then those of includes, in the order of their links.
     QStringList searchedDirectories() const;
@@ -58,7 +66,8 @@ private:
     bool link(const QString &target, const QString &name) const;
 
     QTemporaryDir directory;
-    QHash<QString, QString> sources;           ///< Private name to real path.
+    QHash<QString, QString> sources; ///< Private name to real path.
+    QSet<QString> includedCopies;
     QHash<QString, QString> copies;            ///< Name of the copy to real path.
     QHash<QString, QString> links;             ///< Private name of a directory to its real path.
     QHash<QString, QString> sourceDirectories; ///< Real path to private name.

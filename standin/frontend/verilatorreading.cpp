@@ -260,15 +260,15 @@ QStringList VerilatorReading::absentFiles() const
     QSet<QString> names;
     for (const SourceFile &file : sources.files) {
         const auto wanted = includeDirectives(file.text);
-        for (const QString &name : wanted)
-            names.insert(name);
+        for (const IncludeDirective &directive : wanted)
+            names.insert(directive.name);
     }
     for (const QString &path : preprocessed.included) {
         QString error;
         const QByteArray text = readRegularFile(path, tools.options().sourceBytes, &error);
         const auto wanted = includeDirectives(text);
-        for (const QString &name : wanted)
-            names.insert(name);
+        for (const IncludeDirective &directive : wanted)
+            names.insert(directive.name);
     }
     QStringList absent;
     const QStringList directories = farm.searchedDirectories();

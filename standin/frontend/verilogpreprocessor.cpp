@@ -11,6 +11,7 @@
 #include "frontend/verilogscanner.h"
 #include "frontend/verilogtext.h"
 
+#include <QFileInfo>
 #include <QSet>
 
 #include <algorithm>
@@ -26,6 +27,7 @@ VerilogPreprocessor::VerilogPreprocessor(const DesignSources &designSources,
     , farm(privateFarm)
     , tools(toolBox)
     , progress(progressOfReading)
+    , includes(sources.includePath, tools.options().sourceBytes, farm)
 {
     for (const SourceFile &file : sources.files) {
         const bool isVerilog =
@@ -63,7 +65,7 @@ static QByteArray mended(const QByteArray &text, const SourceMend &mend)
 
 /// The source as the preprocessor gets it. What is added stands ahead of the `line directive or
 /// behind the text, so that places in messages stay right.
-QByteArray VerilogPreprocessor::copyOf(int index, const VerilogVariant &variant) const
+QByteArray VerilogPreprocessor::copyOf(int index, const VerilogVariant &variant)
 {
     const SourceFile &file = sources.files.at(index);
     const QByteArray keywords = variant.keywords.value(index);
@@ -77,7 +79,7 @@ QByteArray VerilogPreprocessor::copyOf(int index, const VerilogVariant &variant)
     QByteArray text = file.text;
     if (text.startsWith("\xEF\xBB\xBF"))
         text.remove(0, 3);
-    text = maskVerilogPragmas(maskForeignDirectives(text));
+    text = includes.led(maskedVerilog(text), QFileInfo(file.path).absolutePath());
     const auto mend = variant.mends.constFind(index);
     copy += mend == variant.mends.constEnd() ? text : mended(text, *mend);
     copy += '\n';
@@ -218,9 +220,9 @@ QStringList includedFiles(const QByteArray &preprocessed, const DirectoryFarm &f
     return files;
 }
 
-QStringList includeDirectives(const QByteArray &source)
+QVector<IncludeDirective> includeDirectives(const QByteArray &source)
 {
-    QStringList names;
+    QVector<IncludeDirective> found;
     static const QByteArray word("`include");
     for (int at = source.indexOf(word); at >= 0; at = source.indexOf(word, at + 1)) {
         int open = at + word.size();
@@ -235,10 +237,10 @@ QStringList includeDirectives(const QByteArray &source)
                && source.at(close) != (quote == '"' ? '"' : '>'))
             ++close;
         if (close < source.size() && source.at(close) != '\n')
-            names.append(QString::fromUtf8(source.mid(open + 1, close - open - 1)));
+            found.append(
+                {QString::fromUtf8(source.mid(open + 1, close - open - 1)), open + 1, close});
     }
-    names.removeDuplicates();
-    return names;
+    return found;
 }
 
 } // namespace Standin

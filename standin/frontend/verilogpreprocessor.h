@@ -7,6 +7,7 @@
 
 #include "frontend/designgraph.h"
 #include "frontend/designsources.h"
+#include "frontend/includemasks.h"
 #include "frontend/toollog.h"
 
 #include <QByteArray>
@@ -70,12 +71,13 @@ public:
 
 private:
     QStringList arguments(const VerilogVariant &variant) const;
-    QByteArray copyOf(int index, const VerilogVariant &variant) const;
+    QByteArray copyOf(int index, const VerilogVariant &variant);
 
     const DesignSources &sources;
     DirectoryFarm &farm;
     ToolBox &tools;
     Progress &progress;
+    IncludeMasks includes;
     QStringList names;
     QStringList includeNames;
     QStringList missingDirectories;
@@ -84,7 +86,15 @@ private:
 /// Real paths of the files that preprocessed text came from, the sources themselves left out.
 HOST_EXPORT QStringList includedFiles(const QByteArray &preprocessed, const DirectoryFarm &farm);
 
-/// The names in the `include directives of a source text, as written.
-HOST_EXPORT QStringList includeDirectives(const QByteArray &source);
+/// An `include directive with a plain name.
+struct IncludeDirective
+{
+    QString name;
+    int begin; ///< Offset of the name in the text.
+    int end;   ///< Offset behind it.
+};
+
+/// The `include directives of a source text, in order.
+HOST_EXPORT QVector<IncludeDirective> includeDirectives(const QByteArray &source);
 
 } // namespace Standin

@@ -55,6 +55,8 @@ private slots:
     void changedSourceIsReadAgain();
     void touchedIncludeIsReadAgain();
     void appearedIncludeIsReadAgain();
+    void excludedRegionsOfIncludesStayOut();
+    void includedFilesKeepTheirPlaces();
     void errorsAreNotKept();
     void damagedCacheIsIgnored();
     void cancelEndsTheReading();
@@ -546,6 +548,51 @@ void tst_Extraction::appearedIncludeIsReadAgain()
     test.write("first/w.vh", "`define W 2\n");
     test.modules();
     QCOMPARE(netLines(*test.netlist()), QStringList{"top/x[1:0]"});
+}
+
+/// In included files as in sources, however deep, and from wherever they are included.
+void tst_Extraction::excludedRegionsOfIncludesStayOut()
+{
+    ExtractionTest test;
+    const QByteArray region = "// synthesis translate_off\nwire only_simulated;\n"
+                              "nonsense ( here\n// synthesis translate_on\n";
+    test.write("src/beside.vh", "wire beside;\n" + region + "`include \"../inc/sub/deep.vh\"\n");
+    test.write("inc/sub/deep.vh", "`include \"deeper.vh\"\n" + region + "wire deep;\n");
+    test.write("inc/sub/deeper.vh", "wire deeper;\n");
+    test.write("inc/by_path.vh", region + "wire by_path;\n`include \"sub/deep2.vh\"\n");
+    test.write("inc/sub/deep2.vh", "wire deep2;\n");
+    test.write("inc/itself.vh",
+               "`ifndef ITSELF\n`define ITSELF\n`include \"itself.vh\"\n" + region
+                   + "wire itself;\n`endif\n");
+    test.info.insert(DesignInfo::IncludePath, QStringList{test.path("inc")});
+    test.add(test.write("src/a.v",
+                        "module top;\n`include \"beside.vh\"\n`include <by_path.vh>\n"
+                        "`include \"itself.vh\"\nendmodule\n"));
+    QCOMPARE(test.modules().messages, QStringList());
+    QCOMPARE(netLines(*test.netlist()),
+             (QStringList{"top/beside", "top/deeper", "top/deep", "top/by_path", "top/deep2",
+                          "top/itself"}));
+
+    // The cache knows what was read.
+    test.write("inc/sub/deep.vh",
+               "// synthesis translate_off\nx\n// synthesis translate_on\n"
+               "wire changed;\n");
+    QCOMPARE(test.modules().messages, QStringList());
+    QCOMPARE(netLines(*test.netlist()).mid(0, 2), (QStringList{"top/beside", "top/changed"}));
+}
+
+void tst_Extraction::includedFilesKeepTheirPlaces()
+{
+    ExtractionTest test;
+    const QString file = test.write("inc/part.vh",
+                                    "// synopsys translate_off\n// synopsys translate_on\n"
+                                    "  wire = 1;\n");
+    test.info.insert(DesignInfo::IncludePath, QStringList{test.path("inc")});
+    test.add(test.write("a.v", "module top(input x);\n`include \"part.vh\"\nendmodule\n"));
+    const QStringList errors = test.modules().errors();
+    QCOMPARE(errors.size(), 1);
+    QVERIFY2(errors.first().startsWith("ERROR: " + file + ":3:8: "), qPrintable(errors.first()));
+    QCOMPARE(netLines(*test.netlist()), QStringList{"top/x"});
 }
 
 void tst_Extraction::errorsAreNotKept()
