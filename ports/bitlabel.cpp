@@ -11,14 +11,21 @@
 namespace MOLK {
 
 BitLabel::BitLabel(const QString &bits)
-    : QLabel(bits)
 {
-    if (QAccessible::isActive())
-        return;
+    // Setting a text makes an accessible interface, by the name of the label's class, and keeps it
+    // with a connection to the label, although nobody asks for it. Without a class none is found;
+    // it is made when somebody does ask.
+    withoutClass = !QAccessible::isActive();
+    setText(bits);
+    withoutClass = false;
 
-    // Setting a text caches an interface that nobody asks for. It is made again when one does.
-    if (QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(this))
-        QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(interface));
+    // A label that isn't in view has no place in the tree; with one, its end would repaint it.
+    resize(0, 0);
+}
+
+const QMetaObject *BitLabel::metaObject() const
+{
+    return withoutClass ? nullptr : QLabel::metaObject();
 }
 
 void BitLabel::prepare()

@@ -24,10 +24,12 @@ public:
     /// Makes the label fit to be shown. Does nothing the second time.
     void prepare();
 
+    const QMetaObject *metaObject() const override;
     bool event(QEvent *event) override;
     void setVisible(bool visible) override;
 
 private:
+    bool withoutClass = false;
     bool prepared = false;
 };
 

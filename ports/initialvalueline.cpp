@@ -96,13 +96,17 @@ void InitialValueLine::updateInputMask()
 
 void InitialValueLine::updateInputMask(int bitCount)
 {
+    // The same mask would only be built again.
+    const QString mask = valueMask(bitCount);
+    if (mask == inputMask())
+        return;
     const QString shown = displayText();
 
     // One digit is never the whole text, so the text is never acceptable. That keeps Return from
     // committing: only the loss of the focus does.
     validator->setRegExp(QRegExp("[A-F0-9]", Qt::CaseSensitive, QRegExp::RegExp));
     setInputMask("");
-    setInputMask(valueMask(bitCount));
+    setInputMask(mask);
     setValidator(validator);
     setText(shown);
 }

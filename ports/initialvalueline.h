@@ -45,9 +45,6 @@ public:
     /// The bits of all labels, `0` and `1`, most significant first; empty without labels.
     QString bitString() const;
 
-    /// Deletes the labels now, oldest first, and empties \a labels.
-    void deleteLabels();
-
     /// Fits mask and validator to the present labels. The text stays as far as the mask has room:
     /// what lacks at its end becomes 0, what is too much is cut off there.
     void updateInputMask();
@@ -74,6 +71,7 @@ public:
     QList<QLabel *> labels;
 
 private:
+    void deleteLabels();
     void rejectText(const QString &digits);
     void showBits(const QString &bits);
 

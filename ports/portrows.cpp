@@ -23,10 +23,10 @@ static QList<QTreeWidgetItem *> signalRows(const QList<SignalItem> &items, BitRo
     return rows;
 }
 
-static QLabel *makeLabel(const QTreeWidget *tree, const QString &bits)
+// A label that waits for being placed would never be shown by another tree than a ValueTree.
+static QLabel *makeLabel(bool waits, const QString &bits)
 {
-    // A label that waits for being placed would never be shown by another tree.
-    auto *label = dynamic_cast<const ValueTree *>(tree) ? new BitLabel(bits) : new QLabel(bits);
+    auto *label = waits ? new BitLabel(bits) : new QLabel(bits);
 
     // It wants to be a pixel higher than a row of text, but the rows of both Probe Out trees have
     // to be of one height.
@@ -77,16 +77,24 @@ void addValueRows(QTreeWidget *tree, QTreeWidgetItem *parent, const QList<Signal
     rows.reserve(items.size());
     for (int i = 0; i < items.size(); ++i)
         rows.append(new QTreeWidgetItem(type));
+    const int first = parent->childCount();
     parent->addChildren(rows);
 
+    auto *valueTree = dynamic_cast<ValueTree *>(tree);
+    QList<QLabel *> labels;
+    labels.reserve(items.size());
     int position = 0;
-    for (int i = 0; i < items.size(); ++i) {
-        QLabel *label = makeLabel(tree, takeBits(bits, position, signalWidth(items.at(i))));
-        if (line)
-            line->labels.append(label);
-        tree->setItemWidget(rows.at(i), 0, label);
-    }
+    for (const SignalItem &item : items)
+        labels.append(makeLabel(valueTree, takeBits(bits, position, signalWidth(item))));
     bits.remove(0, position);
+    if (line)
+        line->labels += labels;
+    if (valueTree) {
+        valueTree->setLabels(parent, first, labels);
+        return;
+    }
+    for (int i = 0; i < labels.size(); ++i)
+        tree->setItemWidget(rows.at(i), 0, labels.at(i));
 }
 
 } // namespace MOLK

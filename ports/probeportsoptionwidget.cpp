@@ -46,6 +46,11 @@ ProbePortsOptionWidget::ProbePortsOptionWidget(MolkCore *shownCore, FATHOM::RtlN
     connect(probeOutScrollBar, SIGNAL(valueChanged(int)), this, SLOT(onScrollProbeOutChanged()));
     connect(valueScrollBar, SIGNAL(valueChanged(int)), this, SLOT(onScrollInitialValueChanged()));
 
+    // Rows that were unfolded on the left are laid out on the right as soon as all of them are on
+    // the left, so that it can be scrolled as far.
+    connect(probeOutScrollBar, SIGNAL(rangeChanged(int, int)), ui->treeValue,
+            SLOT(updateEditorGeometries()));
+
     QUtil::EventManager::instance()->subscribe(this, "TE.Device.Change");
 }
 
@@ -53,11 +58,11 @@ ProbePortsOptionWidget::~ProbePortsOptionWidget()
 {
     QUtil::EventManager::instance()->unsubscribeAll(this);
 
-    // A child is found fastest when it is the oldest; the lines would take their labels in the
-    // order of the ports, but only after half of the page is gone.
+    // The lines would take their labels along, and search each among all that the tree holds. The
+    // tree itself has them in order.
     for (int i = 0; i < ui->treeValue->topLevelItemCount(); ++i)
         if (InitialValueLine *line = valueLine(i))
-            line->deleteLabels();
+            line->labels.clear();
     delete ui;
 }
 

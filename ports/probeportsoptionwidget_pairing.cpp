@@ -36,7 +36,8 @@ static void selectPartner(const QTreeWidgetItem *item, QTreeWidget *tree)
 static QTreeWidgetItem *partner(const QTreeWidget *tree, QTreeWidgetItem *item,
                                 const QTreeWidget *other)
 {
-    return other->topLevelItem(tree->indexOfTopLevelItem(item));
+    // Unfolding all rows of a tree at once unfolds those of signals too, each with a signal.
+    return item->parent() ? nullptr : other->topLevelItem(tree->indexOfTopLevelItem(item));
 }
 
 void ProbePortsOptionWidget::onProbeOutClicked(QTreeWidgetItem *item, int col)
@@ -58,7 +59,7 @@ void ProbePortsOptionWidget::onProbeOutTreeCollapsed(QTreeWidgetItem *item)
 
 void ProbePortsOptionWidget::onProbeOutTreeExpanded(QTreeWidgetItem *item)
 {
-    ui->treeValue->expandItem(partner(ui->treeProbeOut, item, ui->treeValue));
+    ui->treeValue->expandSoon(partner(ui->treeProbeOut, item, ui->treeValue));
 }
 
 void ProbePortsOptionWidget::onValueTreeCollapsed(QTreeWidgetItem *item)

@@ -138,8 +138,9 @@ void ProbePortsOptionWidget::removeProbeOutRows(int index)
     // The order is line, labels, rows. The line is deleted ahead of its labels then and takes them
     // along; and no label may be left on a row that goes, or the tree would keep it on record.
     QTreeWidgetItem *valueRow = ui->treeValue->topLevelItem(index);
+    const QList<QLabel *> labels = valueLine(index)->labels;
     ui->treeValue->setItemWidget(valueRow, 0, nullptr);
-    ui->treeValue->releaseLabels(valueRow);
+    ui->treeValue->releaseLabels(labels);
     qDeleteAll(valueRow->takeChildren());
     delete valueRow;
 }

@@ -48,7 +48,7 @@ void ProbePortsOptionWidget::refreshProbeOutSignals()
     const int count = ui->treeProbeOut->topLevelItemCount();
     const ValueTree::Batch batch(ui->treeValue);
     for (int i = 0; i < count; ++i)
-        ui->treeValue->releaseLabels(ui->treeValue->topLevelItem(i));
+        ui->treeValue->releaseLabels(valueLine(i)->labels);
     for (int i = 0; i < count; ++i)
         removeSignalRows(i);
     for (int i = 0; i < count; ++i)

@@ -6,6 +6,8 @@
 #include "bitlabel.h"
 
 #include <QAbstractItemDelegate>
+#include <QEvent>
+#include <QLabel>
 
 namespace MOLK {
 
@@ -20,8 +22,35 @@ ValueTree::Batch::Batch(ValueTree *valueTree)
 
 ValueTree::Batch::~Batch()
 {
-    --tree->batches;
+    tree->endBatch();
 }
+
+namespace {
+
+// Deletes labels when the event loop turns, all in one event.
+class LabelBin : public QObject
+{
+public:
+    LabelBin(const QList<QLabel *> &released, QObject *parent)
+        : QObject(parent)
+    {
+        labels.reserve(released.size());
+        for (QLabel *label : released)
+            labels.append(label);
+        deleteLater();
+    }
+
+    ~LabelBin() override
+    {
+        for (const QPointer<QLabel> &label : qAsConst(labels))
+            delete label;
+    }
+
+private:
+    QVector<QPointer<QLabel>> labels;
+};
+
+} // namespace
 
 ValueTree::ValueTree(QWidget *parent)
     : QTreeWidget(parent)
@@ -29,17 +58,68 @@ ValueTree::ValueTree(QWidget *parent)
     setUniformRowHeights(true);
 }
 
-void ValueTree::releaseLabels(QTreeWidgetItem *row)
+ValueTree::~ValueTree()
 {
-    // Removing the rows would go through all widgets of the tree for each row.
-    for (int i = 0; i < row->childCount(); ++i) {
-        QWidget *label = itemWidget(row->child(i), 0);
-        if (!label)
-            continue;
-        removeItemWidget(row->child(i), 0);
+    // A line takes its labels along, so that it must go ahead of them.
+    for (int i = 0; i < topLevelItemCount(); ++i)
+        delete itemWidget(topLevelItem(i), 0);
+}
+
+void ValueTree::expandSoon(QTreeWidgetItem *row)
+{
+    if (!row || row->isExpanded())
+        return;
+    scheduleDelayedItemsLayout();
+    expandItem(row);
+}
+
+void ValueTree::setLabels(QTreeWidgetItem *row, int first, const QList<QLabel *> &labels)
+{
+    linesAreBelow = true;
+    const QModelIndex parent = indexFromItem(row);
+    for (int i = 0; i < labels.size(); ++i) {
+        // Each look-up of a widget makes a persistent index, unless there is one already.
+        const QPersistentModelIndex index = model()->index(first + i, 0, parent);
+        setIndexWidget(index, labels.at(i));
+    }
+}
+
+void ValueTree::releaseLabels(const QList<QLabel *> &labels)
+{
+    // Removing the rows would go through all widgets of the tree for each row, and
+    // removeItemWidget() would look each label up by its row three times.
+    for (QLabel *label : labels) {
+        editorDestroyed(label);
+        label->removeEventFilter(this);
         if (!label->isHidden())
             label->hide();
     }
+    new LabelBin(labels, this);
+}
+
+bool ValueTree::viewportEvent(QEvent *event)
+{
+    // Nothing in the tree asks for these, and each label that comes or goes sends one through all
+    // who might.
+    if (event->type() == QEvent::ChildAdded || event->type() == QEvent::ChildRemoved)
+        return true;
+    return QTreeWidget::viewportEvent(event);
+}
+
+void ValueTree::endBatch()
+{
+    if (--batches == 0 && linesAreBelow)
+        raiseLines();
+}
+
+void ValueTree::raiseLines()
+{
+    // Painting a widget goes over all that lie above it. In tens of thousands of hidden labels that
+    // takes most of the time, so what is shown lies on top of them.
+    linesAreBelow = false;
+    for (int i = 0; i < topLevelItemCount(); ++i)
+        if (QWidget *line = itemWidget(topLevelItem(i), 0))
+            line->raise();
 }
 
 void ValueTree::rowsInserted(const QModelIndex &parent, int start, int end)
@@ -74,10 +154,18 @@ void ValueTree::scrollContentsBy(int dx, int dy)
 void ValueTree::placeLines()
 {
     RowPlace known;
+    QRect row = visualRect(model()->index(0, 0));
     for (int i = 0; i < topLevelItemCount(); ++i) {
         const QModelIndex index = model()->index(i, 0);
-        if (QWidget *line = indexWidget(index))
-            place(line, index, &known);
+
+        // All rows are of one height, and asking for a place searches all rows for it.
+        if (QWidget *line = indexWidget(index)) {
+            place(line, index, row, &known);
+            if (line->isHidden())
+                line->show();
+        }
+        const int rows = 1 + (isExpanded(index) ? model()->rowCount(index) : 0);
+        row.translate(0, rows * row.height());
     }
 }
 
@@ -86,25 +174,34 @@ void ValueTree::placeLabels()
     RowPlace known;
     QVector<QPointer<QWidget>> labelsInView;
     const int bottom = viewport()->height();
-    for (QModelIndex index = indexAt(QPoint(viewport()->width() / 2, 0));
-         index.isValid() && visualRect(index).top() < bottom; index = indexBelow(index)) {
+    for (QModelIndex index = indexAt(QPoint(viewport()->width() / 2, 0)); index.isValid();
+         index = indexBelow(index)) {
+        const QRect row = visualRect(index);
+        if (row.top() >= bottom)
+            break;
         QWidget *label = index.parent().isValid() ? indexWidget(index) : nullptr;
         if (!label)
             continue;
         if (auto *bits = dynamic_cast<BitLabel *>(label))
             bits->prepare();
-        place(label, index, &known);
+        place(label, index, row, &known);
+        if (label->isHidden()) {
+            label->show();
+            label->raise();
+        }
         labelsInView.append(label);
     }
-    for (const QPointer<QWidget> &label : qAsConst(shownLabels))
-        if (label && !labelsInView.contains(label))
-            label->hide();
+    for (const QPointer<QWidget> &label : qAsConst(shownLabels)) {
+        if (!label || labelsInView.contains(label))
+            continue;
+        label->hide();
+        label->lower();
+    }
     shownLabels = labelsInView;
 }
 
-void ValueTree::place(QWidget *widget, const QModelIndex &index, RowPlace *known)
+void ValueTree::place(QWidget *widget, const QModelIndex &index, const QRect &row, RowPlace *known)
 {
-    const QRect row = visualRect(index);
     if (!row.isValid())
         return;
     if (row.size() != known->rowSize) {
@@ -112,10 +209,11 @@ void ValueTree::place(QWidget *widget, const QModelIndex &index, RowPlace *known
         option.rect = row;
         itemDelegate(index)->updateEditorGeometry(widget, option, index);
         *known = {row.size(), widget->geometry().translated(-row.topLeft())};
-    } else {
-        widget->setGeometry(known->rect.translated(row.topLeft()));
+        return;
     }
-    widget->show();
+    const QRect place = known->rect.translated(row.topLeft());
+    if (widget->geometry() != place)
+        widget->setGeometry(place);
 }
 
 } // namespace MOLK

@@ -7,6 +7,8 @@
 #include <QTreeWidget>
 #include <QVector>
 
+class QLabel;
+
 namespace MOLK {
 
 /// The tree of initial values: a line on each top-level row, a label on each row below.
@@ -17,11 +19,12 @@ namespace MOLK {
 /// only those labels that are in view; the others are hidden. Lines are never hidden for being out
 /// of view: one of them may have the focus, and would commit its value.
 ///
-/// All rows are as high as the first one.
+/// All rows are as high as the first one, and none may be hidden.
 class ValueTree : public QTreeWidget
 {
 public:
     explicit ValueTree(QWidget *parent = nullptr);
+    ~ValueTree() override;
 
     /// While it lives, rows and labels come and go without anything being laid out. Afterwards all
     /// is laid out once.
@@ -36,11 +39,23 @@ public:
         ValueTree *tree;
     };
 
-    /// Lets go of the labels on the rows below \a row, as the removal of those rows would: they are
+    /// As expandItem(), but the rows are laid out later, once for all that are unfolded until then:
+    /// when the event loop turns, at a call of updateEditorGeometries(), or when somebody asks for
+    /// the place of a row.
+    ///
+    /// \param row nothing happens if it is null.
+    void expandSoon(QTreeWidgetItem *row);
+
+    /// Makes each of \a labels the widget of a row below \a row, from its child \a first on in
+    /// order. There must be as many rows, without widgets so far.
+    void setLabels(QTreeWidgetItem *row, int first, const QList<QLabel *> &labels);
+
+    /// Lets go of labels that are the widgets of rows, as the removal of those rows would: they are
     /// hidden at once and deleted when the event loop turns. It makes the removal itself cheap.
-    void releaseLabels(QTreeWidgetItem *row);
+    void releaseLabels(const QList<QLabel *> &labels);
 
 protected:
+    bool viewportEvent(QEvent *event) override;
     void rowsInserted(const QModelIndex &parent, int start, int end) override;
     void updateEditorGeometries() override;
     void scrollContentsBy(int dx, int dy) override;
@@ -54,11 +69,14 @@ private:
         QRect rect;
     };
 
+    void endBatch();
+    void raiseLines();
     void placeLines();
     void placeLabels();
-    void place(QWidget *widget, const QModelIndex &index, RowPlace *known);
+    void place(QWidget *widget, const QModelIndex &index, const QRect &row, RowPlace *known);
 
     int batches = 0;
+    bool linesAreBelow = false;
     QVector<QPointer<QWidget>> shownLabels;
 };
 

@@ -59,7 +59,7 @@ void TreePair::setSignals(int port, const QList<SignalItem> &items, const QStrin
     {
         const ValueTree::Batch batch(ours);
         QTreeWidgetItem *row = ours->topLevelItem(port);
-        ours->releaseLabels(row);
+        ours->releaseLabels(line(ours, port)->labels);
         qDeleteAll(row->takeChildren());
         line(ours, port)->labels.clear();
         QString left = bits;
@@ -80,9 +80,10 @@ void TreePair::setSignals(int port, const QList<SignalItem> &items, const QStrin
 void TreePair::removePort(int port)
 {
     each([this, port](QTreeWidget *tree) {
+        const QList<QLabel *> labels = line(tree, port)->labels;
         tree->setItemWidget(tree->topLevelItem(port), 0, nullptr);
         if (tree == ours)
-            ours->releaseLabels(ours->topLevelItem(port));
+            ours->releaseLabels(labels);
         qDeleteAll(tree->topLevelItem(port)->takeChildren());
         delete tree->takeTopLevelItem(port);
     });

@@ -32,6 +32,7 @@ private slots:
     void rowsOfOtherTypesAreIgnored();
     void foldingIsCopiedBothWays();
     void eachFoldingRaisesOneSignal();
+    void unfoldedRowsCanBeScrolledAtOnce();
     void newPairStartsFolded();
     void rowsOfAllTreesAreEquallyHigh();
     void scrollingIsCopiedBothWays();
@@ -232,6 +233,24 @@ void tst_TreePairing::eachFoldingRaisesOneSignal()
     fixture.treeProbeOut->expandItem(fixture.treeProbeOut->topLevelItem(1));
     QCOMPARE(expandedOut.count(), 1);
     QCOMPARE(expandedValue.count(), 1);
+}
+
+void tst_TreePairing::unfoldedRowsCanBeScrolledAtOnce()
+{
+    PageFixture fixture(makeCore({{}}, {nets("a", 100), nets("b", 100)}));
+    fixture.show();
+    const QScrollBar *left = fixture.treeProbeOut->verticalScrollBar();
+    QScrollBar *right = fixture.treeValue->verticalScrollBar();
+    fixture.treeProbeOut->expandItem(fixture.treeProbeOut->topLevelItem(1));
+    QVERIFY(left->maximum() > 0);
+    QCOMPARE(right->maximum(), left->maximum());
+    QVERIFY(fixture.line(1)->labels.first()->isVisible());
+    fixture.treeProbeOut->expandAll();
+    QCOMPARE(right->maximum(), left->maximum());
+    QVERIFY(fixture.line(0)->labels.first()->isVisible());
+    right->setValue(right->maximum());
+    QCOMPARE(left->value(), right->maximum());
+    QVERIFY(fixture.line(1)->labels.last()->isVisible());
 }
 
 void tst_TreePairing::newPairStartsFolded()

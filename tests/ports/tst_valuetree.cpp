@@ -7,6 +7,7 @@
 #include "testwidgetsmain.h"
 #include "treepair.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QHelpEvent>
 #include <QLabel>
@@ -64,10 +65,13 @@ private slots:
     void labelsOutOfViewAreHidden();
     void linesAreNeverHidden();
     void rowsReadTheirPlaceAtOnce();
+    void whatIsShownLiesOnTopOfHiddenLabels();
     void releasedLabelsGoAsRemovedOnes();
+    void releasedLabelsMayGoAheadOfTheLoop();
     void scrollingAFocusedLineAwayDoesntCommit();
     void labelInAnotherTreeIsShown();
     void labelTakesFontsAndPalettesBeforeItIsShown();
+    void labelIsAccessible();
     void bitsThatDontFitAreAToolTip();
     void refreshCostsGrowWithThePage_data();
     void refreshCostsGrowWithThePage();
@@ -138,6 +142,27 @@ void tst_ValueTree::rowsReadTheirPlaceAtOnce()
     QCOMPARE(pair.ours->visualItemRect(row).top(), 100);
 }
 
+void tst_ValueTree::whatIsShownLiesOnTopOfHiddenLabels()
+{
+    TreePair pair;
+    pair.addPort(manySignals(60), QString("1").repeated(120));
+    pair.addPort(manySignals(60), QString("1").repeated(120));
+    pair.show();
+    pair.ours->expandAll();
+    for (const int position : {0, 40, 5, 6, 7, 0}) {
+        if (position > 5)
+            pair.setSignals(0, manySignals(60), QString("0").repeated(120));
+        pair.ours->verticalScrollBar()->setValue(position);
+        bool above = false;
+        for (QObject *child : pair.ours->viewport()->children()) {
+            const bool shown = qobject_cast<QWidget *>(child)->isVisible();
+            QVERIFY(shown || !above);
+            above = shown;
+        }
+        QVERIFY(above);
+    }
+}
+
 void tst_ValueTree::releasedLabelsGoAsRemovedOnes()
 {
     TreePair pair;
@@ -150,7 +175,7 @@ void tst_ValueTree::releasedLabelsGoAsRemovedOnes()
     const QPointer<QLabel> label = line->labels.first();
     QVERIFY(label->isVisible());
     runInLoop([&] {
-        pair.ours->releaseLabels(row);
+        pair.ours->releaseLabels(line->labels);
         QVERIFY(!pair.ours->itemWidget(row->child(0), 0));
         QVERIFY(label);
         QVERIFY(!label->isVisible());
@@ -159,9 +184,24 @@ void tst_ValueTree::releasedLabelsGoAsRemovedOnes()
     });
     turnLoop();
     QVERIFY(!label);
+}
 
-    // Rows without labels are let through.
-    pair.ours->releaseLabels(row);
+void tst_ValueTree::releasedLabelsMayGoAheadOfTheLoop()
+{
+    TreePair pair;
+    pair.addPort(manySignals(3), "111111");
+    pair.addPort(manySignals(3), "111111");
+    pair.show();
+    const QList<QLabel *> labels = TreePair::line(pair.ours, 0)->labels;
+    const QPointer<QLabel> first = labels.first();
+    runInLoop([&] {
+        pair.ours->releaseLabels(labels);
+        delete TreePair::line(pair.ours, 0); // It takes its labels along.
+        QVERIFY(!first);
+        pair.ours->releaseLabels(TreePair::line(pair.ours, 1)->labels);
+        delete pair.ours;
+    });
+    turnLoop();
 }
 
 void tst_ValueTree::scrollingAFocusedLineAwayDoesntCommit()
@@ -215,6 +255,15 @@ void tst_ValueTree::labelTakesFontsAndPalettesBeforeItIsShown()
     QCOMPARE(label->palette().color(QPalette::WindowText), QColor(Qt::red));
     label->prepare();
     QVERIFY(label->isVisible());
+}
+
+void tst_ValueTree::labelIsAccessible()
+{
+    BitLabel label("101");
+    QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(&label);
+    QVERIFY(interface);
+    QCOMPARE(interface->text(QAccessible::Name), QString("101"));
+    QCOMPARE(label.metaObject()->className(), "QLabel");
 }
 
 static bool showsToolTip(QWidget *widget)
