@@ -46,7 +46,10 @@ static QVector<QRgb> colourTable(const QImage &image)
         for (int x = 0; x < image.width(); ++x)
             ++counts[line[x]];
     }
-    QVector<QRgb> colours = counts.keys().toVector();
+    QVector<QRgb> colours;
+    colours.reserve(counts.size());
+    for (auto count = counts.cbegin(); count != counts.cend(); ++count)
+        colours.append(count.key());
     std::sort(colours.begin(), colours.end(), [&counts](QRgb a, QRgb b) {
         return std::make_pair(-counts.value(a), a) < std::make_pair(-counts.value(b), b);
     });
@@ -73,8 +76,8 @@ QImage withFewColours(const QImage &image)
         const auto *from = reinterpret_cast<const QRgb *>(source.constScanLine(y));
         uchar *to = made.scanLine(y);
         for (int x = 0; x < source.width(); ++x) {
-            auto place = places.constFind(from[x]);
-            if (place == places.constEnd())
+            auto place = places.find(from[x]);
+            if (place == places.end())
                 place = places.insert(from[x], nearest(colours, from[x]));
             to[x] = uchar(*place);
         }
