@@ -23,6 +23,7 @@ private slots:
     void openedFileGetsAView();
     void openedViewIsRegisteredAndThenShown();
     void openedViewIsLogged();
+    void viewKeepsTheNameAsItWasGiven();
     void viewKnowsItsDeviceOnlyAfterOpening();
     void openFileIsBroughtForward_data();
     void openFileIsBroughtForward();
@@ -72,6 +73,17 @@ void tst_MolkViewManager::openedViewIsLogged()
     QTest::ignoreMessage(QtDebugMsg, QRegularExpression("^create molk view:  MOLK::MolkView\\("));
 
     QVERIFY(open(bench->writeCores(1)));
+}
+
+void tst_MolkViewManager::viewKeepsTheNameAsItWasGiven()
+{
+    bench->writeCores(1);
+    const QString given = bench->dir.path() + "/./a.molk";
+
+    MolkView *view = open(given);
+
+    QVERIFY(view);
+    QCOMPARE(view->file(), given);
 }
 
 void tst_MolkViewManager::viewKnowsItsDeviceOnlyAfterOpening()
