@@ -9,32 +9,23 @@ namespace Standin {
 
 bool XmlDesignReader::fail(const QString &text)
 {
-    failure = QStringLiteral("%1:%2: %3").arg(xml.lineNumber()).arg(xml.columnNumber()).arg(text);
+    failure = QStringLiteral("%1:%2: %3").arg(xml->line()).arg(xml->column()).arg(text);
     return false;
 }
 
 bool XmlDesignReader::read(QIODevice *device, RawDesign *result)
 {
     design = result;
-    xml.setDevice(device);
-    while (!xml.atEnd()) {
-        switch (xml.readNext()) {
-        case QXmlStreamReader::StartElement:
-            if (!startElement())
-                return false;
-            break;
-        case QXmlStreamReader::EndElement:
+    TagReader reader(device);
+    xml = &reader;
+    for (TagReader::Token token = reader.next(); token != TagReader::Stop; token = reader.next()) {
+        if (token == TagReader::End)
             endElement();
-            break;
-        case QXmlStreamReader::DTD:
-        case QXmlStreamReader::EntityReference:
-            return fail(QStringLiteral("Unexpected document type or entity"));
-        default:
-            break;
-        }
+        else if (!startElement())
+            return false;
     }
-    if (xml.hasError())
-        return fail(xml.errorString());
+    if (reader.hasError())
+        return fail(reader.errorText());
     if (design->top < 0)
         return fail(QStringLiteral("The design has no top module"));
     return true;
@@ -43,11 +34,11 @@ bool XmlDesignReader::read(QIODevice *device, RawDesign *result)
 bool XmlDesignReader::startElement()
 {
     Frame frame;
-    frame.tag = tags.tag(xml.name());
+    frame.tag = tags.tag(xml->name());
     if (frames.empty() != (frame.tag == XmlTag::Root))
         return fail(QStringLiteral("This is not an elaborated design of Verilator"));
     if (isSkipped(frame.tag)) {
-        xml.skipCurrentElement();
+        xml->skipElement();
         return true;
     }
 
@@ -58,9 +49,7 @@ bool XmlDesignReader::startElement()
         if (frame.ownsLoopCondition)
             writer.beginLoopCondition();
     }
-    attributes = xml.attributes();
     const bool ok = open(&frame);
-    attributes = QXmlStreamAttributes();
     frames.push_back(frame);
     return ok || fail(QStringLiteral("Blocks are nested too deeply"));
 }
@@ -320,7 +309,7 @@ void XmlDesignReader::startType(Frame *frame)
 
 QStringRef XmlDesignReader::attribute(const char *name) const
 {
-    return attributes.value(QLatin1String(name));
+    return xml->attribute(QLatin1String(name));
 }
 
 quint32 XmlDesignReader::internAttribute(const char *name)

@@ -4,9 +4,8 @@
 #pragma once
 
 #include "netlist/rawmodulewriter.h"
+#include "netlist/tagreader.h"
 #include "netlist/xmltags.h"
-
-#include <QXmlStreamReader>
 
 class QIODevice;
 
@@ -74,8 +73,7 @@ private:
     QString sourceName() const;
     PortDirection direction(const char *name) const;
 
-    QXmlStreamReader xml;
-    QXmlStreamAttributes attributes;
+    TagReader *xml = nullptr;
     XmlTags tags;
     RawDesign *design = nullptr;
     RawModuleWriter writer;

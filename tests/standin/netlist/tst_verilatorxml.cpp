@@ -202,7 +202,7 @@ void TestVerilatorXml::textThatIsNoDesignIsRefused_data()
     QTest::addColumn<QByteArray>("text");
     QTest::addColumn<QString>("error");
     QTest::newRow("empty") << QByteArray() << ":1:0: Premature end of document.";
-    QTest::newRow("no-xml") << QByteArray("{}") << ":1:0: Premature end of document.";
+    QTest::newRow("no-xml") << QByteArray("{}") << ":1:0: Unexpected text";
     QTest::newRow("other-root") << QByteArray("<html/>")
                                 << ":1:7: This is not an elaborated design of Verilator";
     QTest::newRow("root-twice-nested")
@@ -212,7 +212,15 @@ void TestVerilatorXml::textThatIsNoDesignIsRefused_data()
                             << ":2:251: The design has no top module";
     QTest::newRow("document-type")
         << QByteArray("<!DOCTYPE a [<!ENTITY e SYSTEM \"/etc/passwd\">]><verilator_xml>&e;")
-        << ":1:47: Unexpected document type or entity";
+        << ":1:0: Unexpected document type or entity";
+    QTest::newRow("entity") << designText("<module name=\"&e;\"/>")
+                            << ":2:117: Unexpected attribute or entity";
+    QTest::newRow("mismatch") << QByteArray("<verilator_xml><a></b></verilator_xml>")
+                              << ":1:22: Opening and ending tag mismatch.";
+    QTest::newRow("root-twice") << QByteArray("<verilator_xml/><verilator_xml/>")
+                                << ":1:32: Extra content at end of document.";
+    QTest::newRow("half-attribute")
+        << QByteArray("<verilator_xml a>") << ":1:17: Unexpected attribute or entity";
     QTest::newRow("contains-itself")
         << designText("<module name=\"top\" topModule=\"1\"><instance name=\"u\" "
                       "defName=\"top\"/></module>")
