@@ -205,14 +205,14 @@ void DesignQuestionsTest::twoQuestionsFitASmallWindow()
     if (dark)
         Workbench::useDarkColours();
     bench.window()->findChild<QDockWidget *>("messagesDock")->hide();
-    bench.window()->resize(960, 680);
+    bench.window()->resize(960, 720);
     bench.makeFile("chip.v", "module chip;\nendmodule\n");
     QFile configuration(bench.path("a.molk"));
     QVERIFY(configuration.open(QIODevice::Append) && configuration.write("\n") == 1);
     configuration.close();
     QTRY_COMPARE(bench.banners().size(), 2);
     QVERIFY2(
-        bench.window()->width() <= 960 && bench.window()->height() <= 680,
+        bench.window()->width() <= 960 && bench.window()->height() <= 720,
         qPrintable(QString("%1 x %2").arg(bench.window()->width()).arg(bench.window()->height())));
 
     QWidget *view = bench.documents()->activeView();
