@@ -185,9 +185,9 @@ void DesignRepair::Round::takeOutAt(const ToolMessage &error, const VerilogUnit 
         return;
     }
     const VerilogItem faultyItem = itemOf(unit, token);
-    const bool isConnection = error.code == "PINNOTFOUND" || error.text.contains("pin connection")
+    const bool concernsPin = error.code == "PINNOTFOUND" || error.text.contains("pin connection")
         || error.text.contains("port connection") || error.text.contains("on pin connection");
-    if (!isConnection || !takeOutConnection(faultyItem, token))
+    if (!concernsPin || !takeOutConnection(faultyItem, token))
         blank(faultyItem.begin, faultyItem.end);
 }
 
