@@ -31,7 +31,8 @@ IncludeMasks::IncludeMasks(const QStringList &includePath, qint64 longestFile,
 
 QString IncludeMasks::resolve(const QString &name, const QString &directory) const
 {
-    for (const QString &place : QStringList(directory) + searched) {
+    const QStringList places = QStringList(directory) + searched;
+    for (const QString &place : places) {
         const QString path = QDir(place).absoluteFilePath(name);
         if (QFileInfo(path).isFile())
             return path;

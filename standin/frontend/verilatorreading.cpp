@@ -174,7 +174,9 @@ void VerilatorReading::closeTop(const QString &top, QStringList *log)
     if (ports.isEmpty())
         return;
     const SourcePlaces places(preprocessed.text);
-    for (const InterfacePort &port : log ? ports : QVector<InterfacePort>()) {
+    for (const InterfacePort &port : qAsConst(ports)) {
+        if (!log)
+            break;
         const SourcePlaces::Stretch *stretch = places.stretchAt(port.offset);
         ToolMessage message;
         message.file = stretch ? stretch->file : QString();
