@@ -415,6 +415,8 @@ void tst_MolkViewNetlist::readInsideAReadLeavesOneNetlist()
 
     QCOMPARE(alive, 1);
     QVERIFY(document()->netlist);
+    view.reset();
+    QCOMPARE(alive, 0);
 }
 
 void tst_MolkViewNetlist::relativeIncludePathsBecomeAbsolute()
