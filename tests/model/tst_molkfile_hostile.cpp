@@ -253,12 +253,12 @@ void TestMolkFileHostile::hugeDocumentEndsFastInLittleMemory()
 
     const int code = exitCodeOfChild([&] {
         const long before = peakKibibytes();
-        const long start = milliseconds();
+        const long began = milliseconds();
         QString message;
         const QList<MOLK::MolkCore *> cores = MOLK::readMOLKConfigFromXml(path, nullptr, &message);
         if (!cores.isEmpty() || !message.endsWith(cause))
             return 1;
-        if (milliseconds() - start >= maximumMilliseconds())
+        if (milliseconds() - began >= maximumMilliseconds())
             return 2;
         return peakKibibytes() - before < 64 * 1024 ? 0 : 3;
     });
