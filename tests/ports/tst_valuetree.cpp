@@ -12,49 +12,9 @@
 #include <QHelpEvent>
 #include <QLabel>
 #include <QScrollBar>
-#include <QStyledItemDelegate>
 #include <QToolTip>
 
 using namespace MOLK;
-
-namespace {
-
-// Counts what a tree asks of its delegate: the height of a row for each layout, and the place of
-// widgets.
-class CountingDelegate : public QStyledItemDelegate
-{
-public:
-    QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override
-    {
-        ++calls;
-        return QStyledItemDelegate::sizeHint(option, index);
-    }
-
-    void updateEditorGeometry(QWidget *editor, const QStyleOptionViewItem &option,
-                              const QModelIndex &index) const override
-    {
-        ++calls;
-        QStyledItemDelegate::updateEditorGeometry(editor, option, index);
-    }
-
-    mutable int calls = 0;
-};
-
-class EventCounter : public QObject
-{
-public:
-    EventCounter() { qApp->installEventFilter(this); }
-
-    bool eventFilter(QObject *, QEvent *) override
-    {
-        ++events;
-        return false;
-    }
-
-    int events = 0;
-};
-
-} // namespace
 
 class tst_ValueTree : public QObject
 {
@@ -73,8 +33,6 @@ private slots:
     void labelTakesFontsAndPalettesBeforeItIsShown();
     void labelIsAccessible();
     void bitsThatDontFitAreAToolTip();
-    void refreshCostsGrowWithThePage_data();
-    void refreshCostsGrowWithThePage();
 };
 
 void tst_ValueTree::labelsAreWidgetsOfTheirRows()
@@ -287,56 +245,6 @@ void tst_ValueTree::bitsThatDontFitAreAToolTip()
     QVERIFY(showsToolTip(fixture.line(0)->labels.at(0)));
     QCOMPARE(QToolTip::text(), wide);
     QToolTip::hideText();
-}
-
-void tst_ValueTree::refreshCostsGrowWithThePage_data()
-{
-    QTest::addColumn<bool>("expanded");
-    QTest::newRow("folded") << false;
-    QTest::newRow("unfolded") << true;
-}
-
-struct Costs
-{
-    int delegateCalls;
-    int events;
-};
-
-static Costs refreshCosts(int ports, bool expanded)
-{
-    constexpr int SignalsOfAPort = 40;
-    PageFixture fixture(
-        makeCore({{}}, QVector<QList<SignalItem>>(ports, manySignals(SignalsOfAPort)).toList()));
-    CountingDelegate delegate;
-    fixture.treeProbeOut->setItemDelegate(&delegate);
-    fixture.treeValue->setItemDelegate(&delegate);
-    fixture.show();
-    if (expanded)
-        fixture.treeProbeOut->expandAll();
-    turnLoop();
-
-    delegate.calls = 0;
-    EventCounter counter;
-    runInLoop([&] { fixture.page->refreshProbeOutSignals(); });
-    turnLoop();
-    return {delegate.calls, counter.events};
-}
-
-void tst_ValueTree::refreshCostsGrowWithThePage()
-{
-    QFETCH(bool, expanded);
-    const Costs small = refreshCosts(8, expanded);
-    const Costs middle = refreshCosts(16, expanded);
-    const Costs large = refreshCosts(32, expanded);
-
-    // Whatever the number of rows, they are laid out a few times, and what is painted is what is in
-    // view.
-    QVERIFY(small.delegateCalls > 0);
-    QVERIFY2(large.delegateCalls <= small.delegateCalls + 2 * 24,
-             qPrintable(QString("%1 %2").arg(small.delegateCalls).arg(large.delegateCalls)));
-    QVERIFY2(
-        large.events - middle.events <= 2.1 * (middle.events - small.events),
-        qPrintable(QString("%1 %2 %3").arg(small.events).arg(middle.events).arg(large.events)));
 }
 
 MOLK_TEST_MAIN(tst_ValueTree)
