@@ -5,14 +5,13 @@
 
 #include "molkcore.h"
 #include "namehash.h"
+#include "nameorder.h"
 
 #include "fathom/rtlnet.h"
 #include "fathom/rtlnetlist.h"
 
 #include <QString>
 #include <QVector>
-
-#include <algorithm>
 
 namespace MOLK {
 
@@ -53,9 +52,13 @@ public:
     // The first driver of each repeated net, in the order of the nets' names.
     QVector<int> repeatedNets() const
     {
-        QVector<int> sorted = repeated;
-        std::sort(sorted.begin(), sorted.end(),
-                  [this](int a, int b) { return nameOf(a) < nameOf(b); });
+        QVector<const QString *> names;
+        names.reserve(repeated.size());
+        for (int driver : repeated)
+            names.append(&nameOf(driver));
+        QVector<int> sorted = nameOrder(names);
+        for (int &position : sorted)
+            position = repeated.at(position);
         return sorted;
     }
 
