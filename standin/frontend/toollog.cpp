@@ -12,6 +12,20 @@
 
 namespace Standin {
 
+/// Characters that draw nothing but end a line, or turn the order of what stands around them.
+static bool isUnseen(QChar c)
+{
+    switch (c.category()) {
+    case QChar::Other_Control:
+    case QChar::Separator_Line:
+    case QChar::Separator_Paragraph:
+        return true;
+    default:
+        return (c >= QChar(0x202a) && c <= QChar(0x202e))
+            || (c >= QChar(0x2066) && c <= QChar(0x2069));
+    }
+}
+
 QString printable(const QString &name)
 {
     QString text;
@@ -19,7 +33,7 @@ QString printable(const QString &name)
     for (QChar c : name) {
         if (c == '\n')
             text += "\\n";
-        else if (c.category() == QChar::Other_Control)
+        else if (isUnseen(c))
             text += QString("\\x%1").arg(c.unicode(), 2, 16, QChar('0'));
         else
             text += c;
@@ -117,10 +131,10 @@ QString logLine(const ToolMessage &message, const DirectoryFarm &farm)
     const QString real = farm.realPath(message.file);
     // A place in a file of ours means nothing to the reader.
     if (message.file.isEmpty() || real.isNull())
-        return prefix(message.isError) + message.text;
+        return prefix(message.isError) + printable(message.text);
     const QString column = message.column > 0 ? ':' + QString::number(message.column) : QString();
     return prefix(message.isError) + printable(real) + ':' + QString::number(message.line) + column
-        + ": " + message.text;
+        + ": " + printable(message.text);
 }
 
 QStringList logLines(const QVector<ToolMessage> &messages, const DirectoryFarm &farm)
@@ -150,7 +164,7 @@ QStringList rewriteGhdlLog(const QByteArray &text, const DirectoryFarm &farm, bo
             const QRegularExpressionMatch other = general.match(line);
             const QString message = other.captured(1).trimmed();
             if (other.hasMatch() && message != "compilation error")
-                lines.add(prefix(failed) + message);
+                lines.add(prefix(failed) + printable(message));
             continue;
         }
         const QString kind = match.captured(4);
@@ -159,7 +173,7 @@ QStringList rewriteGhdlLog(const QByteArray &text, const DirectoryFarm &farm, bo
         const bool isError = failed && kind != "warning";
         const QString file = farm.sourceOfCopy(match.captured(1));
         lines.add(prefix(isError) + printable(file) + ':' + match.captured(2) + ':'
-                  + match.captured(3) + ": " + match.captured(5));
+                  + match.captured(3) + ": " + printable(match.captured(5)));
     }
     return lines.result();
 }

@@ -33,7 +33,7 @@ struct ToolMessage
 HOST_EXPORT QVector<ToolMessage> readVerilatorLog(const QByteArray &text);
 
 /// "ERROR: file:line:column: text" or "WARNING: ...", with the real path of the file. A place in a
-/// file of ours is left out.
+/// file of ours is left out. The path and the text are printable, since both come from the design.
 HOST_EXPORT QString logLine(const ToolMessage &message, const DirectoryFarm &farm);
 
 /// The lines of \a messages, without repetitions.
@@ -56,7 +56,8 @@ HOST_EXPORT bool hasErrors(const QStringList &log);
 /// \a log with its errors turned into warnings, for a reading that succeeded after all.
 HOST_EXPORT QStringList asWarnings(const QStringList &log);
 
-/// A file name as one line of text: control characters are written as escapes.
+/// A name as one line of text, in which what is seen is what there is: control characters,
+/// separators of lines and changes of the writing direction are written as escapes.
 HOST_EXPORT QString printable(const QString &name);
 
 } // namespace Standin

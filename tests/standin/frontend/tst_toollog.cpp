@@ -19,7 +19,7 @@ private slots:
     void ghdlLinesAreRewritten_data();
     void ghdlLinesAreRewritten();
     void longLogIsCut();
-    void controlCharactersStayInTheLine();
+    void unseenCharactersAreWrittenAsEscapes();
     void privateNamesLeadBack_data();
     void privateNamesLeadBack();
     void privateDirectoryIsTheUsersAlone();
@@ -66,6 +66,9 @@ void tst_ToolLog::verilatorLinesAreRewritten_data()
                             << QStringList();
     QTest::newRow("repetition") << QByteArray("%Error: a\n%Error: a\n%Error: b\n")
                                 << QStringList{"ERROR: a", "ERROR: b"};
+    QTest::newRow("control-characters")
+        << QByteArray("%Error: d0001/s0002.v:1:2: no 'a\x1b[2J\rb'\n%Warning: c\x07 d\n")
+        << QStringList{"ERROR: /design/rtl/b.v:1:2: no 'a\\x1b[2J\\x0db'", "WARNING: c\\x07 d"};
     QTest::newRow("other-text") << QByteArray("terminate called\nAborted\n") << QStringList();
     QTest::newRow("empty") << QByteArray() << QStringList();
 }
@@ -96,6 +99,9 @@ void tst_ToolLog::ghdlLinesAreRewritten_data()
     QTest::newRow("general") << QByteArray("/usr/bin/ghdl-mcode: cannot find entity x\n"
                                            "ghdl:error: compilation error\n")
                              << true << QStringList{"ERROR: cannot find entity x"};
+    QTest::newRow("control-characters")
+        << QByteArray("s0003.vhd:5:7: \"\x1b[2J\"\nghdl: cannot find \x07 x\n") << true
+        << QStringList{"ERROR: /design/lib/c.vhd:5:7: \"\\x1b[2J\"", "ERROR: cannot find \\x07 x"};
 }
 
 void tst_ToolLog::ghdlLinesAreRewritten()
@@ -117,9 +123,11 @@ void tst_ToolLog::longLogIsCut()
     QCOMPARE(lines.last(), QString("WARNING: 2000 more lines are left out"));
 }
 
-void tst_ToolLog::controlCharactersStayInTheLine()
+void tst_ToolLog::unseenCharactersAreWrittenAsEscapes()
 {
     QCOMPARE(Standin::printable("a\nb\tc\x1b[1m\xe4"), QString("a\\nb\\x09c\\x1b[1m\xe4"));
+    QCOMPARE(Standin::printable(QString::fromUtf8("\u2028a\u202eb\u2066c\u200dd")),
+             QString::fromUtf8("\\x2028a\\x202eb\\x2066c\u200dd"));
 }
 
 void tst_ToolLog::privateNamesLeadBack_data()
