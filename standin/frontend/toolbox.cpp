@@ -72,6 +72,17 @@ ToolBox::Confinement ToolBox::probe(const QString &directory, Progress &progress
     return Confinement::Missing;
 }
 
+/// Bubblewrap ends with 128 and the signal that the program inside died of.
+static ToolResult resultInside(ToolResult result)
+{
+    static constexpr int Signalled = 128;
+    if (result.outcome == ToolOutcome::Finished && result.exitCode > Signalled) {
+        result.outcome = ToolOutcome::Crashed;
+        result.exitCode -= Signalled;
+    }
+    return result;
+}
+
 ToolResult ToolBox::runConfined(const ToolCommand &command, Progress &progress, QStringList *log)
 {
     if (confinement == Confinement::Unknown) {
@@ -84,7 +95,7 @@ ToolResult ToolBox::runConfined(const ToolCommand &command, Progress &progress, 
         confinement = found;
     }
     if (confinement != Confinement::Missing)
-        return run(confined(command, confinement), progress);
+        return resultInside(run(confined(command, confinement), progress));
     if (!warned)
         log->append("WARNING: bubblewrap is missing or can't be used here, so GHDL runs without "
                     "confinement; VHDL from a source that you don't trust could write to your "

@@ -10,6 +10,7 @@
 #include <QFile>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+#include <QTemporaryFile>
 #include <QThread>
 #include <QTimer>
 
@@ -17,6 +18,11 @@
 #include <atomic>
 #include <cerrno>
 #include <csignal>
+#include <netinet/in.h>
+#include <sys/file.h>
+#include <sys/socket.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 using Standin::ToolOutcome;
 
@@ -33,6 +39,8 @@ private slots:
     void crashIsReported();
     void timeOutKillsTheGroup();
     void cancelKillsTheGroup();
+    void applicationThatDiesTakesTheToolAlong_data();
+    void applicationThatDiesTakesTheToolAlong();
     void cancelledBeforeTheStartRunsNothing();
     void quittingKillsTheTool();
     void memoryIsLimited();
@@ -42,6 +50,9 @@ private slots:
     void failuresAreDescribed_data();
     void failuresAreDescribed();
     void confinedToolWritesOnlyInItsDirectory();
+    void confinedToolReachesNothingElse();
+    void confinedToolEndsAsByItself_data();
+    void confinedToolEndsAsByItself();
     void missingConfinementIsSaidOnce();
     void confinementThatFailsIsSaid();
     void toolIsFound();
@@ -177,6 +188,43 @@ void tst_ToolRunner::cancelKillsTheGroup()
     QTRY_VERIFY(!isAlive(child));
 }
 
+void tst_ToolRunner::applicationThatDiesTakesTheToolAlong_data()
+{
+    QTest::addColumn<bool>("confined");
+    QTest::newRow("plain") << false;
+    QTest::newRow("confined") << true;
+}
+
+void tst_ToolRunner::applicationThatDiesTakesTheToolAlong()
+{
+    QFETCH(bool, confined);
+    // The number that a confined process has for itself isn't the one that others know it by, so it
+    // is known by the file that it holds a lock on.
+    const QString lock = directory.filePath("lock");
+    QFile::remove(directory.filePath("locked"));
+    const QString script = "exec 9>>lock; flock -x 9; touch locked; exec sleep 60";
+    const pid_t application = ::fork();
+    if (application == 0) {
+        Standin::Progress progress;
+        Standin::ToolBox tools((Standin::ExtractionOptions()));
+        QStringList log;
+        if (confined)
+            tools.runConfined(shell(script), progress, &log);
+        else
+            tools.run(shell(script), progress);
+        ::_exit(1);
+    }
+    QVERIFY(application > 0);
+    QTRY_VERIFY(QFile::exists(directory.filePath("locked")));
+    QFile file(lock);
+    QVERIFY(file.open(QIODevice::ReadWrite));
+    QVERIFY(::flock(file.handle(), LOCK_EX | LOCK_NB) != 0);
+
+    QCOMPARE(::kill(application, SIGKILL), 0);
+    QCOMPARE(::waitpid(application, nullptr, 0), application);
+    QTRY_VERIFY(::flock(file.handle(), LOCK_EX | LOCK_NB) == 0);
+}
+
 void tst_ToolRunner::cancelledBeforeTheStartRunsNothing()
 {
     Standin::Progress progress;
@@ -297,6 +345,91 @@ void tst_ToolRunner::confinedToolWritesOnlyInItsDirectory()
         QVERIFY(log.first().startsWith("WARNING: bubblewrap"));
         QVERIFY(result.succeeded());
     }
+}
+
+namespace {
+
+/// A server on this machine that takes connections and leaves them.
+class LocalServer
+{
+public:
+    LocalServer()
+        : descriptor(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0))
+    {
+        sockaddr_in address{};
+        address.sin_family = AF_INET;
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        socklen_t length = sizeof address;
+        auto *any = reinterpret_cast<sockaddr *>(&address);
+        if (::bind(descriptor, any, length) == 0 && ::listen(descriptor, 8) == 0
+            && ::getsockname(descriptor, any, &length) == 0)
+            port = ntohs(address.sin_port);
+    }
+
+    ~LocalServer() { ::close(descriptor); }
+
+    Q_DISABLE_COPY(LocalServer)
+
+    int port = 0;
+
+private:
+    int descriptor;
+};
+
+} // namespace
+
+/// Each act works for a tool that isn't confined, which shows that it is one.
+void tst_ToolRunner::confinedToolReachesNothingElse()
+{
+    const LocalServer server;
+    QVERIFY(server.port > 0);
+    QTemporaryFile other("/tmp/molk-test-XXXXXX");
+    QVERIFY(other.open());
+    const QStringList acts = {
+        QString("bash -c 'exec 3<>/dev/tcp/127.0.0.1/%1'").arg(server.port),
+        "test -e " + other.fileName(),
+        QString("kill -0 %1").arg(::getpid()),
+        "touch " + QDir::homePath() + "/molk-test-canary",
+    };
+    const QString canary = QDir::homePath() + "/molk-test-canary";
+    Standin::ToolBox tools((Standin::ExtractionOptions()));
+    Standin::Progress progress;
+    for (const QString &act : acts) {
+        QStringList log;
+        QVERIFY2(tools.run(shell(act), progress).succeeded(), qPrintable(act));
+        QFile::remove(canary);
+        const bool works = tools.runConfined(shell(act), progress, &log).succeeded();
+        // Where the machine can't confine, the log says so.
+        if (!log.isEmpty()) {
+            QFile::remove(canary);
+            return;
+        }
+        QVERIFY2(!works, qPrintable(act));
+        QVERIFY(!QFile::exists(canary));
+    }
+}
+
+void tst_ToolRunner::confinedToolEndsAsByItself_data()
+{
+    QTest::addColumn<QString>("script");
+    QTest::newRow("success") << "true";
+    QTest::newRow("failure") << "exit 3";
+    QTest::newRow("crash") << "kill -SEGV $$";
+    QTest::newRow("processor-time") << "kill -XCPU $$";
+    QTest::newRow("output") << "ulimit -f 1; exec dd if=/dev/zero of=big bs=1M count=1";
+}
+
+void tst_ToolRunner::confinedToolEndsAsByItself()
+{
+    QFETCH(QString, script);
+    Standin::Progress progress;
+    Standin::ToolBox tools((Standin::ExtractionOptions()));
+    QStringList log;
+    const Standin::ToolResult plain = tools.run(shell(script), progress);
+    const Standin::ToolResult confined = tools.runConfined(shell(script), progress, &log);
+    QCOMPARE(confined.outcome, plain.outcome);
+    QCOMPARE(confined.exitCode, plain.exitCode);
+    QCOMPARE(confined.succeeded(), script == "true");
 }
 
 void tst_ToolRunner::missingConfinementIsSaidOnce()
