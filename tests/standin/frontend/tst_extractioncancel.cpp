@@ -22,6 +22,7 @@ private slots:
     void nothingIsLeft();
     void netlistIsStoppedToo_data();
     void netlistIsStoppedToo();
+    void quittingStopsIt_data();
     void quittingStopsIt();
     void nothingIsLeftOfFaultyDesigns();
 
@@ -114,6 +115,18 @@ static void stop(Stop way, QProgressDialog *dialog, ExtractionTest *test)
     }
 }
 
+/// The stages of a design that goes through all of them.
+static QStringList stagesOfModules()
+{
+    return {"Preprocessing the sources", "Compiling the VHDL sources",
+            "Synthesizing the VHDL sources", "Elaborating the design",
+            "Reading the elaborated design"};
+}
+
+/// The stages of other designs: of one without a unique top, and of a netlist.
+static const QString checking = "Checking the sources";
+static const QString readingNetlist = "Reading the netlist";
+
 static void addWays(const QStringList &stages)
 {
     QTest::addColumn<QString>("stage");
@@ -126,17 +139,43 @@ static void addWays(const QStringList &stages)
     }
 }
 
-/// A design that goes through all stages.
 static void addMixedDesign(ExtractionTest *test)
 {
     test->addData({"mixed/pulse.vhd", "mixed/toggler.v", "mixed/board.v"});
 }
 
+/// So long that it can be stopped before its end.
+static QByteArray longNetlist()
+{
+    QByteArray nets;
+    for (int i = 0; i < 50000; ++i) {
+        const QByteArray number = QByteArray::number(i);
+        nets += (i > 0 ? ",\"n" : "\"n") + number + "\":{\"hide_name\":0,\"bits\":["
+            + QByteArray::number(i + 2) + "],\"attributes\":{}}";
+    }
+    return "{\"creator\":\"Yosys\",\"modules\":{\"board\":{\"attributes\":{\"top\":\"1\"},"
+           "\"ports\":{},\"cells\":{},\"netnames\":{"
+        + nets + "}}}}";
+}
+
+static void addDesignWith(const QString &stage, ExtractionTest *test)
+{
+    if (stage == readingNetlist)
+        test->add(test->write("a.json", longNetlist()));
+    else if (stage == checking)
+        test->add(test->write("a.v", "module a(input x); endmodule module b(input y); endmodule"));
+    else
+        addMixedDesign(test);
+}
+
+static QString netOf(const QString &stage)
+{
+    return QLatin1String(stage == readingNetlist ? "board/n49999" : "board/counter/value[7:0]");
+}
+
 void tst_ExtractionCancel::nothingIsLeft_data()
 {
-    addWays({"Preprocessing the sources", "Compiling the VHDL sources",
-             "Synthesizing the VHDL sources", "Elaborating the design",
-             "Reading the elaborated design"});
+    addWays(stagesOfModules() + QStringList{checking, readingNetlist});
 }
 
 void tst_ExtractionCancel::nothingIsLeft()
@@ -144,7 +183,7 @@ void tst_ExtractionCancel::nothingIsLeft()
     QFETCH(QString, stage);
     QFETCH(int, way);
     ExtractionTest test;
-    addMixedDesign(&test);
+    addDesignWith(stage, &test);
     AtStage atStage(stage, [&](QProgressDialog *dialog) { stop(Stop(way), dialog, &test); });
     const ModulesAnswer answer = test.modules();
     QCOMPARE(atStage.acted, 1);
@@ -157,8 +196,12 @@ void tst_ExtractionCancel::nothingIsLeft()
 
     // The next one is whole.
     test.restart();
-    QCOMPARE(test.modules().errors(), QStringList());
-    QVERIFY(netLines(*test.netlist()).contains("board/counter/value[7:0]"));
+    const ModulesAnswer next = test.modules();
+    QCOMPARE(next.errors(), QStringList());
+    if (stage == checking)
+        QCOMPARE(next.topModules, QStringList({"a", "b"}));
+    else
+        QVERIFY(netLines(*test.netlist()).contains(netOf(stage)));
 }
 
 void tst_ExtractionCancel::netlistIsStoppedToo_data()
@@ -180,21 +223,39 @@ void tst_ExtractionCancel::netlistIsStoppedToo()
     QCOMPARE(log.last(), QString("ERROR: cancelled"));
     QCOMPARE(netLines(*netlist), QStringList());
     QVERIFY(!dialogOfExtraction());
+    QCOMPARE(livingChildren(), QStringList());
+
+    // What was read before is whole, and can be built after all.
+    test.restart();
+    QCOMPARE(filesBelow(temporary.path()).filter("molk-extraction"), QStringList());
+    QCOMPARE(test.modules().errors(), QStringList());
+    QVERIFY(netLines(*test.netlist()).contains("board/counter/value[7:0]"));
 }
 
-/// The event loops end when the application quits, whatever runs in them.
+void tst_ExtractionCancel::quittingStopsIt_data()
+{
+    QTest::addColumn<QString>("stage");
+    for (const QString &stage : stagesOfModules())
+        QTest::newRow(qPrintable(QString(stage).replace(' ', '-'))) << stage;
+}
+
+/// The event loops end when the application quits, whatever runs in them. Nothing is waited for but
+/// what reads without a tool, which comes to its end.
 void tst_ExtractionCancel::quittingStopsIt()
 {
+    QFETCH(QString, stage);
+    const bool runsTool = stage != stagesOfModules().last();
     ExtractionTest test;
     addMixedDesign(&test);
-    AtStage atStage("Elaborating the design", [](QProgressDialog *) { qApp->quit(); });
+    AtStage atStage(stage, [](QProgressDialog *) { qApp->quit(); });
     ModulesAnswer answer;
     QTimer::singleShot(0, this, [&] { answer = test.modules(); });
     QCoreApplication::exec();
     QCOMPARE(atStage.acted, 1);
-    QCOMPARE(answer.messages.value(answer.messages.size() - 1), QString("ERROR: cancelled"));
+    QCOMPARE(answer.errors(), runsTool ? QStringList("ERROR: cancelled") : QStringList());
     QCOMPARE(livingChildren(), QStringList());
     QCOMPARE(filesBelow(temporary.path()).filter("molk-extraction"), QStringList());
+    QCOMPARE(filesBelow(test.path("cache")).isEmpty(), runsTool);
 }
 
 /// A faulty design is read again and again, and stopping it stops all of that.

@@ -20,6 +20,7 @@ private slots:
     void directoryNamesInjectNothing();
     void moduleNamesInjectNothing();
     void settingsInjectNothing();
+    void vhdlWritesNoFiles_data();
     void vhdlWritesNoFiles();
     void foreignCodeIsNotRun();
     void mutatedSourcesEnd_data();
@@ -169,30 +170,50 @@ void tst_HostileDesigns::settingsInjectNothing()
     QCOMPARE(canaries(test.directory.path()), QStringList());
 }
 
+void tst_HostileDesigns::vhdlWritesNoFiles_data()
+{
+    QTest::addColumn<QByteArray>("declaration");
+    QTest::addColumn<QByteArray>("statement");
+    QTest::newRow("opened-by-declaration")
+        << QByteArray("file t : text open write_mode is \"%1\";") << QByteArray();
+    QTest::newRow("opened-to-append")
+        << QByteArray("file t : text open append_mode is \"%1\";") << QByteArray();
+    QTest::newRow("opened-by-call")
+        << QByteArray("file t : text;") << QByteArray("file_open(t, \"%1\", write_mode);");
+}
+
 /// A function that is evaluated while the design is synthesized can open files for writing.
 void tst_HostileDesigns::vhdlWritesNoFiles()
 {
+    QFETCH(QByteArray, declaration);
+    QFETCH(QByteArray, statement);
     const QTemporaryDir home(QDir::homePath() + "/molk-test-XXXXXX");
     const QString canary = home.filePath("PWNED");
+    const QByteArray path = canary.toUtf8();
+    const QByteArray design = "use std.textio.all;\n"
+                              "entity a is port (x : in bit; y : out bit); end;\n"
+                              "architecture r of a is\n"
+                              "  impure function f return natural is\n"
+        + declaration.replace("%1", path) + "\n  begin\n" + statement.replace("%1", path)
+        + " return 1; end;\n"
+          "  constant C : natural := f;\n"
+          "begin y <= x when C = 1 else '0'; end;\n";
+
+    // Without confinement it does, or nothing would be tested below.
+    Standin::ExtractionOptions options;
+    options.bubblewrap = "/nonexistent/bwrap";
+    ExtractionTest open(options);
+    open.add(open.write("a.vhd", design));
+    QVERIFY(!open.modules().messages.filter("WARNING: bubblewrap").isEmpty());
+    QVERIFY(QFile::remove(canary));
+
     ExtractionTest test;
-    test.add(test.write("a.vhd",
-                        "use std.textio.all;\n"
-                        "entity a is port (x : in bit; y : out bit); end;\n"
-                        "architecture r of a is\n"
-                        "  impure function f return natural is\n"
-                        "    file t : text; variable s : file_open_status;\n"
-                        "  begin\n"
-                        "    file_open(s, t, \""
-                            + canary.toUtf8()
-                            + "\", write_mode); return 1;\n"
-                              "  end;\n"
-                              "  constant C : natural := f;\n"
-                              "begin y <= x when C = 1 else '0'; end;\n"));
+    test.add(test.write("a.vhd", design));
     const ModulesAnswer answer = test.modules();
     test.netlist();
     // Where the machine can't confine a program the log has to say so.
     const bool confined = answer.messages.filter("WARNING: bubblewrap").isEmpty();
-    QCOMPARE(QFile::exists(canary) && confined, false);
+    QCOMPARE(QFile::exists(canary), !confined);
 }
 
 void tst_HostileDesigns::foreignCodeIsNotRun()

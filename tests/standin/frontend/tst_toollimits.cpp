@@ -4,8 +4,6 @@
 #include "extractiontest.h"
 #include "testmain.h"
 
-#include <QElapsedTimer>
-
 /// The limits on sources and on the real tools, made small enough to be met.
 class tst_ToolLimits : public QObject
 {
@@ -62,15 +60,12 @@ void tst_ToolLimits::timeIsLimited()
                         "f = f + i * n; end endfunction\n"
                         "genvar g; for (g = 0; g < 16000; g = g + 1) begin : b\n"
                         "localparam P = f(g); wire [P % 7 : 0] w; end endmodule\n"));
-    QElapsedTimer elapsed;
-    elapsed.start();
     const QStringList errors = test.modules().errors();
     QCOMPARE(errors.size(), 1);
     QVERIFY2(errors.first() == "ERROR: verilator_bin was stopped after 1 s"
                  || errors.first()
                      == "ERROR: verilator_bin was stopped after 1 s of processor time",
              qPrintable(errors.first()));
-    QVERIFY(elapsed.elapsed() < 20000);
 }
 
 void tst_ToolLimits::outputOfVhdlIsLimited()
