@@ -63,6 +63,9 @@ ProbePortsOptionWidget::~ProbePortsOptionWidget()
     for (int i = 0; i < ui->treeValue->topLevelItemCount(); ++i)
         if (InitialValueLine *line = valueLine(i))
             line->labels.clear();
+    // Whoever shows the page may delete it under a message that one of its lines has raised, and Qt
+    // goes on with that line.
+    retireChildren(this);
     delete ui;
 }
 

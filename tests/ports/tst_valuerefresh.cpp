@@ -8,6 +8,7 @@
 #include "valueconversion.h"
 
 #include <QLabel>
+#include <QPointer>
 #include <QRandomGenerator>
 #include <QSignalSpy>
 
@@ -32,6 +33,7 @@ private slots:
     void expansionStays();
     void nothingIsEmitted();
     void focusedLineThatIsDisabledCommitsFirst();
+    void pageMayGoUnderTheMessageOfALineThatIsDisabled();
     void randomEditsAgreeWithTheStepByStepReading();
 };
 
@@ -274,6 +276,27 @@ void tst_ValueRefresh::focusedLineThatIsDisabledCommitsFirst()
     QCOMPARE(modified.count(), 1);
     QCOMPARE(fixture.value(0), QString("0x0"));
     QVERIFY(!fixture.line(0)->isEnabled());
+}
+
+void tst_ValueRefresh::pageMayGoUnderTheMessageOfALineThatIsDisabled()
+{
+    PageFixture fixture(makeCore({{}}, {signalsOfWidths({6}), signalsOfWidths({4})}));
+    fixture.show();
+    const QPointer<InitialValueLine> line = fixture.line(0);
+    line->setFocus();
+    typeDigits(line, "7F");
+
+    ModalDriver driver;
+    driver.expectDialog<QMessageBox>([&](QMessageBox *) {
+        fixture.widget.reset();
+        // Qt is in the midst of taking the focus from it.
+        QVERIFY(line);
+    });
+    setWidths(fixture, 0, {});
+    QVERIFY(driver.done());
+    QVERIFY(!fixture.widget);
+    turnLoop();
+    QVERIFY(!line);
 }
 
 namespace {
