@@ -129,10 +129,14 @@ void TestEndurance::editPorts()
         doubleClick(child<QTreeWidget>(page, tree));
     }
     auto *values = child<QTreeWidget>(page, "treeValue");
-    QWidget *line = values->itemWidget(values->topLevelItem(0), 0);
+    auto *line = qobject_cast<InitialValueLine *>(values->itemWidget(values->topLevelItem(0), 0));
+    // The focus only moves in a window that is active, which none is behind a dialog.
+    QApplication::setActiveWindow(bench->host.documentArea());
     line->setFocus();
+    line->setCursorPosition(line->displayText().size() - 1);
     QTest::keyClicks(line, "1");
     values->setFocus();
+    QVERIFY(line->bitString().endsWith('1'));
 
     ModalDriver driver;
     driver.expectMessage("Remove MOLk", "Do you want to remove MOLK 1 ?", QMessageBox::Ok);
