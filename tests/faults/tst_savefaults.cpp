@@ -317,12 +317,14 @@ void TestSaveFaults::directoryInTheFilesPlaceIsTold()
     QVERIFY(QDir().mkdir(save.file));
     QVERIFY(!save.save());
     QVERIFY(save.view->isModified());
+    QCOMPARE(save.view->windowTitle(), QString("a.molk *"));
     QVERIFY(QFileInfo(save.file).isDir());
     QVERIFY(QDir(save.file).isEmpty());
 
     QVERIFY(QDir().rmdir(save.file));
     QVERIFY(save.save());
     QCOMPARE(save.faultAfter(true), QString());
+    QCOMPARE(save.faultOfWatch(), QString());
 }
 
 void TestSaveFaults::linkIsSavedThrough()
