@@ -11,8 +11,13 @@
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
 
+#include <cstring>
 #include <memory>
 #include <vector>
+
+// libFuzzer's own way to change bytes; not there where the corpus is only replayed.
+extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t *data, std::size_t size, std::size_t most)
+    __attribute__((weak));
 
 namespace {
 
@@ -99,15 +104,16 @@ namespace {
 class Mutation
 {
 public:
-    Mutation(Node *document, unsigned seed)
+    Mutation(Node *document, unsigned seed, const DocumentVocabulary &words)
         : root(document)
         , random(seed)
+        , vocabulary(words)
     {
     }
 
     void change()
     {
-        QVector<Node *> all;
+        all.clear();
         collect(root, &all);
         Node *node = all.at(below(all.size()));
         switch (below(8)) {
@@ -135,46 +141,17 @@ private:
 
     QString oneOf(const QStringList &choices) { return choices.at(below(choices.size())); }
 
-    QString name()
-    {
-        return oneOf({"MOLK_CONFIG",  "Version", "core",   "probeIn", "probeOut", "net",
-                      "bus",          "bit",     "signal", "id",      "module",   "userClock",
-                      "useUserClock", "number",  "value",  "name",    "alias",    "selectable",
-                      "found",        "kind",    "x",      "xmlns",   "a:b"});
-    }
+    QString name() { return oneOf(vocabulary.names); }
 
+    // A value that fits often stands elsewhere in the document.
     QString value()
     {
-        return oneOf({"",
-                      "0",
-                      "-1",
-                      "1",
-                      "63",
-                      "64",
-                      "2147483647",
-                      "2147483648",
-                      "-2147483648",
-                      "01",
-                      "+1",
-                      " 1",
-                      "1.0",
-                      "2.0",
-                      "true",
-                      "false",
-                      "True",
-                      "0x0",
-                      "0xFF",
-                      "0x0123456789ABCDEF",
-                      "top/u0/clk",
-                      "q[7:0]",
-                      "\\u0000",
-                      "\\u005C",
-                      "\\",
-                      "\\uD800",
-                      "a\tb\nc\rd",
-                      "<&>\"'",
-                      QString(300, QLatin1Char('n')),
-                      QString::fromUtf8("\xC3\xA4\xF0\x9F\x92\xA1")});
+        if (below(2) == 0)
+            return oneOf(vocabulary.values);
+        const Node *node = all.at(below(all.size()));
+        if (node->attributes.isEmpty())
+            return oneOf(vocabulary.values);
+        return node->attributes.at(below(node->attributes.size())).second;
     }
 
     void changeValue(Node *node)
@@ -241,11 +218,14 @@ private:
 
     Node *root;
     QRandomGenerator random;
+    const DocumentVocabulary &vocabulary;
+    QVector<Node *> all; ///< As the last change found them.
 };
 
 } // namespace
 
-QByteArray mutatedDocument(const QByteArray &bytes, unsigned seed)
+static QByteArray mutatedDocument(const QByteArray &bytes, unsigned seed,
+                                  const DocumentVocabulary &vocabulary)
 {
     QXmlStreamReader reader(bytes);
     reader.setNamespaceProcessing(false);
@@ -253,7 +233,7 @@ QByteArray mutatedDocument(const QByteArray &bytes, unsigned seed)
     if (!readChildren(&reader, &document, 0))
         return QByteArray();
 
-    Mutation mutation(&document, seed);
+    Mutation mutation(&document, seed, vocabulary);
     for (unsigned i = 0; i <= seed % 4; ++i)
         mutation.change();
 
@@ -266,4 +246,17 @@ QByteArray mutatedDocument(const QByteArray &bytes, unsigned seed)
     }
     writer.writeEndDocument();
     return changed;
+}
+
+std::size_t mutateDocument(std::uint8_t *data, std::size_t size, std::size_t most, unsigned seed,
+                           const DocumentVocabulary &vocabulary)
+{
+    if (LLVMFuzzerMutate && seed % 2 != 0)
+        return LLVMFuzzerMutate(data, size, most);
+    const QByteArray changed = mutatedDocument(
+        QByteArray(reinterpret_cast<const char *>(data), int(size)), seed / 2, vocabulary);
+    if (changed.isEmpty() || std::size_t(changed.size()) > most)
+        return LLVMFuzzerMutate ? LLVMFuzzerMutate(data, size, most) : size;
+    std::memcpy(data, changed.constData(), std::size_t(changed.size()));
+    return std::size_t(changed.size());
 }

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "hostglobal.h"
+
 #include <QByteArray>
 
 #include <initializer_list>
@@ -35,7 +37,7 @@ struct VerilogToken
 /// search: the time grows with the length of the text alone, whatever the text is. No bracket is
 /// matched beyond the end of the module or function that it stands in, so one that is never closed
 /// spoils no more than that.
-class VerilogTokens
+class HOST_EXPORT VerilogTokens
 {
 public:
     /// \param source must outlive the tokens; texts above 4 GB and tokens above 16 MB are cut.

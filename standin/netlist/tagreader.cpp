@@ -10,7 +10,6 @@
 
 namespace Standin {
 
-static constexpr int ChunkSize = 1 << 20;
 static constexpr int LongestTag = 64 << 20;
 
 static bool isBlank(char c)
@@ -24,8 +23,9 @@ static bool endsName(char c)
         || c == '&';
 }
 
-TagReader::TagReader(QIODevice *source)
+TagReader::TagReader(QIODevice *source, int chunkSize)
     : device(source)
+    , chunk(chunkSize)
 {
 }
 
@@ -46,7 +46,7 @@ bool TagReader::fill()
 {
     if (buffer.size() - position > LongestTag)
         return false;
-    const QByteArray more = device->read(ChunkSize);
+    const QByteArray more = device->read(chunk);
     if (more.isEmpty())
         return false;
     buffer.remove(0, position);

@@ -24,7 +24,8 @@ public:
     enum Token { Start, End, Stop };
 
     /// \param source is open and outlives the reader.
-    explicit TagReader(QIODevice *source);
+    /// \param chunkSize as many bytes are asked of it at a time.
+    explicit TagReader(QIODevice *source, int chunkSize = 1 << 20);
 
     /// Reads on. An element without content gives Start, then End.
     ///
@@ -67,6 +68,7 @@ private:
     void consume(int end);
 
     QIODevice *device;
+    int chunk;
     QByteArray buffer;
     int position = 0; ///< In the buffer.
     qint64 lines = 1;
