@@ -146,6 +146,12 @@ touch "$checkout/build/dev/CMakeCache.txt"
 dev build
 check "calls" "$(called 'cmake --preset')" "cmake --preset dev"
 
+setUp "changed presets are taken over"
+configured dev
+touch -d '2 minutes' "$checkout/CMakePresets.json"
+dev build
+check "calls" "$(called 'cmake --preset')" "cmake --preset dev"
+
 setUp "without a display the session is played"
 configured release
 mkdir -p "$checkout/build/release/workbench"
