@@ -169,6 +169,12 @@ display=:7 dev run
 check "example" "$(called workbench)" \
     "workbench $checkout --project examples/soc/soc.eda.yml examples/soc/soc.molk "
 
+test_name="arguments are the workbench's, and name files from where it is called"
+: >"$calls"
+from=$folder/elsewhere dev run --top t 'rtl/a b.v'
+check "end" "$ended" 0
+check "workbench" "$(called workbench)" "workbench $folder/elsewhere --top t rtl/a b.v "
+
 setUp "tests are chosen by a pattern"
 configured dev
 dev test view
