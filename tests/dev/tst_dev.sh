@@ -152,6 +152,15 @@ touch -d '2 minutes' "$checkout/CMakePresets.json"
 dev build
 check "calls" "$(called 'cmake --preset')" "cmake --preset dev"
 
+setUp "a home that can't be written leaves the compiler cache in the build tree"
+program cmake "echo \"\${CCACHE_DIR-}\" >>'$calls'"
+configured dev
+home=$folder/nowhere dev build
+check "without a home" "$(cat "$calls")" "$checkout/build/ccache"
+: >"$calls"
+dev build
+check "with a home" "$(cat "$calls")" ""
+
 setUp "without a display the session is played"
 configured release
 mkdir -p "$checkout/build/release/workbench"
