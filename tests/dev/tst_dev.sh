@@ -184,6 +184,11 @@ from=$folder/elsewhere dev run --top t 'rtl/a b.v'
 check "end" "$ended" 0
 check "workbench" "$(called workbench)" "workbench $folder/elsewhere --top t rtl/a b.v "
 
+test_name="Qt draws on X alone"
+: >"$calls"
+wayland=wayland-0 dev run
+check "session" "$(called workbench-session | wc -l)" 1
+
 setUp "tests are chosen by a pattern"
 configured dev
 dev test view
