@@ -194,5 +194,26 @@ configured dev
 dev test view
 check "calls" "$(called ctest)" "ctest --preset dev -j 2 -R view"
 
+setUp "sources are formatted, or only looked at"
+for name in plugin model view netlist ports signals hostapi standin workbench tests benchmarks fuzz; do
+    mkdir "$checkout/$name"
+done
+touch "$checkout/model/a.h"
+program clang-format "echo clang-format \"\$@\" >>'$calls'"
+dev format
+dev format --check
+check "calls" "$(cat "$calls")" "clang-format -i model/a.h
+clang-format --dry-run -Werror model/a.h"
+
+test_name="what isn't known is refused"
+: >"$calls"
+configured dev
+for command in "frobnicate" "format --chek" "bless" "fuzz" "test --steps"; do
+    read -ra words <<<"$command"
+    dev "${words[@]}"
+    check "end of $command" "$((ended != 0))" 1
+    check "calls of $command" "$(cat "$calls")" ""
+done
+
 ((failures == 0)) || exit 1
 echo "all is as it should be"
