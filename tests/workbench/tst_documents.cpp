@@ -21,6 +21,7 @@ class DocumentsTest : public QObject
 private slots:
     void initTestCase();
     void everyLinkLeadsSomewhere();
+    void decisionsAreNumberedInOrder();
     void everyPictureIsMadeByTheSession();
     void everyPictureIsShownAndSmall();
     void everyQuotedMessageIsInTheCode();
@@ -92,6 +93,14 @@ void DocumentsTest::everyLinkLeadsSomewhere()
         }
     }
     QVERIFY(checked > 20);
+}
+
+void DocumentsTest::decisionsAreNumberedInOrder()
+{
+    const QStringList names = QDir(QLatin1String(root) + "/docs/decisions").entryList(QDir::Files);
+    QVERIFY(!names.isEmpty());
+    for (int i = 0; i < names.size(); ++i)
+        QCOMPARE(names.at(i).left(5), QString("%1-").arg(i + 1, 4, 10, QLatin1Char('0')));
 }
 
 void DocumentsTest::everyPictureIsMadeByTheSession()
