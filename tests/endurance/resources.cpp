@@ -34,11 +34,10 @@ Resources resourcesNow()
     for (const QString &descriptor : descriptors)
         now.watches += watchesOf(descriptor);
     now.widgets = QApplication::allWidgets().size();
-    const QString program = QCoreApplication::applicationName();
-    now.temporaryFiles = QDir::temp()
-                             .entryList({program + "*", "molk*", "standin*"},
-                                        QDir::AllEntries | QDir::Hidden | QDir::System)
-                             .size();
+    now.temporaryFiles =
+        QDir::temp()
+            .entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot)
+            .size();
     now.allocatedBytes = allocatedBytes();
     return now;
 }

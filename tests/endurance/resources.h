@@ -15,7 +15,7 @@ struct Resources
     int files;             ///< Open file descriptors.
     int watches;           ///< Watches of all inotify descriptors.
     int widgets;           ///< All of the application's.
-    int temporaryFiles;    ///< Entries of the directory for temporary files that are ours.
+    int temporaryFiles;    ///< Entries of the directory for temporary files.
 };
 
 /// Takes stock now.

@@ -46,6 +46,7 @@ private:
     void saveAndReload();
     QList<QObject *> lastingObjects() const;
 
+    QTemporaryDir temporary; // Nobody else's files come and go here.
     std::unique_ptr<ViewBench> bench;
     std::unique_ptr<MolkInserterPlugin> plugin;
     QString file;
@@ -69,6 +70,9 @@ static void turnLoop()
 
 void TestEndurance::initTestCase()
 {
+    QVERIFY(temporary.isValid());
+    qputenv("TMPDIR", QFile::encodeName(temporary.path()));
+    QCOMPARE(QDir::tempPath(), temporary.path());
     // There would be too many of them for the report at the end to be shown.
     QLoggingCategory::setFilterRules("default.debug=false");
     bench = std::make_unique<ViewBench>();
