@@ -187,8 +187,10 @@ void tst_HostileDesigns::vhdlWritesNoFiles()
 {
     QFETCH(QByteArray, declaration);
     QFETCH(QByteArray, statement);
-    const QTemporaryDir home(QDir::homePath() + "/molk-test-XXXXXX");
-    const QString canary = home.filePath("PWNED");
+    // Not where temporary files are, which a confined program sees as an empty place of its own.
+    const QTemporaryDir outside(QDir::currentPath() + "/molk-test-XXXXXX");
+    QVERIFY(outside.isValid());
+    const QString canary = outside.filePath("PWNED");
     const QByteArray path = canary.toUtf8();
     const QByteArray design = "use std.textio.all;\n"
                               "entity a is port (x : in bit; y : out bit); end;\n"

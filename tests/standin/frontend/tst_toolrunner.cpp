@@ -330,13 +330,14 @@ void tst_ToolRunner::failuresAreDescribed()
 /// Where the machine can't confine, the tool has to run all the same, which the next test shows.
 void tst_ToolRunner::confinedToolWritesOnlyInItsDirectory()
 {
-    const QTemporaryDir outside(QDir::homePath() + "/molk-test-XXXXXX");
+    const QTemporaryDir outside(QDir::currentPath() + "/molk-test-XXXXXX");
+    QVERIFY(outside.isValid());
     Standin::ToolBox tools((Standin::ExtractionOptions()));
     Standin::Progress progress;
     QStringList log;
     const QString canary = outside.filePath("canary");
     const Standin::ToolResult result =
-        tools.runConfined(shell("touch inside; touch " + canary), progress, &log);
+        tools.runConfined(shell("touch inside; touch '" + canary + "'"), progress, &log);
     QVERIFY(QFile::exists(directory.filePath("inside")));
     if (log.isEmpty()) {
         QVERIFY(!result.succeeded());
