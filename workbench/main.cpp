@@ -33,6 +33,17 @@ static bool hasToolkitOptions(const QStringList &arguments)
     });
 }
 
+// Without a display the toolkit would abort the program, and leave a core behind.
+static bool lacksDisplay(const QStringList &arguments)
+{
+    const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
+    if (!platform.isEmpty() && !platform.startsWith("xcb"))
+        return false;
+    const bool isNamed = arguments.contains("-platform") || arguments.contains("-display");
+    return !isNamed && qEnvironmentVariableIsEmpty("DISPLAY")
+        && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+}
+
 static int answer(const CommandLine &line)
 {
     const bool refused = line.request == CommandLine::Refuse;
@@ -54,6 +65,10 @@ int main(int argc, char *argv[])
         const CommandLine early = parseCommandLine(arguments);
         if (early.request != CommandLine::Run && !hasToolkitOptions(arguments))
             return answer(early);
+        if (lacksDisplay(arguments)) {
+            print(stderr, "workbench: there is no display to open a window on\n");
+            return Failure;
+        }
     }
 
     const QApplication app(argc, argv);

@@ -21,6 +21,8 @@ private slots:
     void failuresAreToldWithFileAndCause_data();
     void failuresAreToldWithFileAndCause();
     void optionsOfTheToolkitAreLeftToIt();
+    void aMissingDisplayIsTold_data();
+    void aMissingDisplayIsTold();
     void theInstalledProgramFindsItsPlugin();
 
 private:
@@ -118,6 +120,22 @@ void ProgramTest::optionsOfTheToolkitAreLeftToIt()
     const Outcome outcome = run({"-platform", "offscreen", "a.v"}, "xcb");
     QCOMPARE(outcome.exitCode, 1);
     QVERIFY(outcome.errors.contains("a.v: No such file."));
+}
+
+void ProgramTest::aMissingDisplayIsTold_data()
+{
+    QTest::addColumn<QString>("platform");
+    QTest::newRow("usual") << QString();
+    QTest::newRow("named") << "xcb";
+}
+
+void ProgramTest::aMissingDisplayIsTold()
+{
+    QFETCH(QString, platform);
+    const Outcome outcome = run({}, platform);
+    QCOMPARE(outcome.exitCode, 1);
+    QCOMPARE(outcome.output, QString());
+    QCOMPARE(outcome.errors, QString("workbench: there is no display to open a window on\n"));
 }
 
 // The plug-in is loaded before files are looked at, so that a missing file proves that it was
