@@ -236,10 +236,12 @@ void MainWindow::fillRecentMenu()
 
 void MainWindow::onOpen()
 {
-    const QStringList paths = QFileDialog::getOpenFileNames(
-        this, tr("Open"), startDirectory(),
-        tr("Configurations and designs (*.molk *.eda.yml *.v *.vh *.sv *.svh *.vhd *.vhdl *.json);;"
-           "Configurations (*.molk);;All files (*)"));
+    const QStringList paths =
+        QFileDialog::getOpenFileNames(this, tr("Open"), startDirectory(),
+                                      tr("Configurations and designs (*.molk *.eda.yml *.eda.yaml "
+                                         "*.edam *.v *.vh *.sv *.svh *.vhd "
+                                         "*.vhdl *.json);;"
+                                         "Configurations (*.molk);;All files (*)"));
     if (!paths.isEmpty())
         openPaths(paths);
 }
