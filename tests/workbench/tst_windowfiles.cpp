@@ -13,6 +13,7 @@
 
 #include <QDockWidget>
 #include <QDropEvent>
+#include <QMainWindow>
 #include <QMenu>
 #include <QMimeData>
 #include <QSettings>
@@ -30,12 +31,13 @@ private slots:
     void initTestCase();
     void cleanup();
 
+    void theLayoutOfTheLastTimeIsTakenOver();
     void droppedFilesAreOpened();
     void somethingElseIsNotDropped();
     void recentFilesAreOffered();
     void aProblemOpensItsSource();
     void aFileThatIsGoneIsTold();
-    void theLayoutIsRemembered();
+    void theLayoutIsStored();
 
 private:
     QStringList recentTexts();
@@ -43,9 +45,32 @@ private:
     WorkbenchFixture bench;
 };
 
+// A window with the panes of the workbench, of which one is closed and one is at another side.
+static QByteArray otherLayout()
+{
+    QMainWindow window;
+    for (const char *name : {"projectDock", "messagesDock"}) {
+        auto *dock = new QDockWidget(&window);
+        dock->setObjectName(QLatin1String(name));
+        window.addDockWidget(Qt::RightDockWidgetArea, dock);
+    }
+    window.findChild<QDockWidget *>("messagesDock")->hide();
+    return window.saveState();
+}
+
 void WindowFilesTest::initTestCase()
 {
+    QSettings().setValue("window/state", otherLayout());
     QVERIFY(bench.start());
+}
+
+void WindowFilesTest::theLayoutOfTheLastTimeIsTakenOver()
+{
+    auto *project = bench.window()->findChild<QDockWidget *>("projectDock");
+    QCOMPARE(bench.window()->dockWidgetArea(project), Qt::RightDockWidgetArea);
+    auto *messages = bench.window()->findChild<QDockWidget *>("messagesDock");
+    QVERIFY(messages->isHidden());
+    messages->show();
 }
 
 void WindowFilesTest::cleanup()
@@ -139,7 +164,7 @@ void WindowFilesTest::aFileThatIsGoneIsTold()
     QCOMPARE(bench.documents()->views().size(), 1);
 }
 
-void WindowFilesTest::theLayoutIsRemembered()
+void WindowFilesTest::theLayoutIsStored()
 {
     auto *dock = bench.window()->findChild<QDockWidget *>("messagesDock");
     dock->hide();
