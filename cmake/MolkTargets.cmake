@@ -3,6 +3,13 @@
 
 include_guard()
 
+# Code that sanitizers watch takes several times as long to optimise.
+if(CMAKE_CXX_FLAGS MATCHES "-fsanitize=")
+    set(MOLK_SANITIZED ON)
+else()
+    set(MOLK_SANITIZED OFF)
+endif()
+
 # What every target of ours is compiled with.
 function(molk_compile_rules target)
     target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor
