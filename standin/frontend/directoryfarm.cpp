@@ -14,6 +14,9 @@
 
 namespace Standin {
 
+/// Each line of it is looked at while the application waits.
+static constexpr qint64 LongestLog = qint64(16) << 20;
+
 static QString numbered(QChar letter, int number)
 {
     return letter + QString::number(number).rightJustified(4, '0');
@@ -77,6 +80,17 @@ QByteArray DirectoryFarm::read(const QString &name, qint64 longest) const
 {
     QString error;
     return readRegularFile(filePath(name), longest, &error);
+}
+
+QByteArray DirectoryFarm::readLog(const QString &name) const
+{
+    QFile file(filePath(name));
+    if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly))
+        return QByteArray();
+    QByteArray text = file.read(std::min(file.size(), LongestLog));
+    if (text.size() < file.size())
+        text.truncate(text.lastIndexOf('\n') + 1);
+    return text;
 }
 
 QString DirectoryFarm::realPath(const QString &name) const

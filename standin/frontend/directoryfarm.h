@@ -46,6 +46,9 @@ public:
     bool write(const QString &name, const QByteArray &bytes) const;
     QByteArray read(const QString &name, qint64 longest) const;
 
+    /// The beginning of what a tool has said: a design can make it say anything, at any length.
+    QByteArray readLog(const QString &name) const;
+
     /// The real path of a private name, or of something below a private directory; null for names
     /// that aren't ours.
     QString realPath(const QString &name) const;

@@ -13,6 +13,7 @@
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <csignal>
 
 namespace Standin {
 
@@ -81,13 +82,18 @@ ToolResult GhdlStage::run(const QStringList &arguments, const QString &output, Q
     command.errorFile = farm.filePath("ghdl.log");
     // A tool that doesn't start leaves no log, and must not be judged by an old one.
     farm.write("ghdl.log", QByteArray());
-    const ToolResult result = tools.runConfined(command, progress, log);
+    ToolResult result = tools.runConfined(command, progress, log);
     const bool failed = !result.succeeded();
-    QStringList lines = rewriteGhdlLog(farm.read("ghdl.log", longestText), farm, failed);
-    if (failed && result.outcome != ToolOutcome::Cancelled && !hasErrors(lines))
+    const QByteArray said = farm.readLog("ghdl.log");
+    // Other programs that get no memory abort.
+    if (failed && said.contains("raised STORAGE_ERROR"))
+        result = {ToolOutcome::Crashed, SIGABRT};
+    QStringList lines = rewriteGhdlLog(said, farm, failed);
+    failedHard = failed && result.outcome != ToolOutcome::Finished;
+    // A tool that was ended seldom says so itself.
+    if (result.outcome != ToolOutcome::Cancelled && (failedHard || (failed && !hasErrors(lines))))
         lines.append("ERROR: " + describeFailure(command.program, result, tools.limits()));
     *log += lines;
-    failedHard = failed && result.outcome != ToolOutcome::Finished;
     return result;
 }
 

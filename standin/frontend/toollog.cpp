@@ -153,7 +153,8 @@ QStringList rewriteVerilatorLog(const QByteArray &text, const DirectoryFarm &far
 QStringList rewriteGhdlLog(const QByteArray &text, const DirectoryFarm &farm, bool failed)
 {
     static const QRegularExpression shape(
-        "\\A(s[0-9]+\\.vhd):([0-9]+):([0-9]+): ?(warning|note|error)?:? ?(.*)\\z");
+        "\\A(s[0-9]+\\.vhd):([0-9]+):([0-9]+): ?"
+        "(?:\\((?:report|assertion) )?(warning|note|error|failure)?\\)?:? ?(.*)\\z");
     static const QRegularExpression general("\\A[^ :]*ghdl[^ :]*:(?:error: )?(.*)\\z");
     LogLines lines;
     const auto rawLines = text.split('\n');

@@ -22,7 +22,6 @@ namespace Standin {
 static const char nothingModule[] = "molk_nothing__";
 static const char designFile[] = "design.v";
 static const char resultFile[] = "result.xml";
-static const qint64 longestLog = qint64(64) << 20;
 
 VerilatorReading::VerilatorReading(const DesignSources &designSources, ToolBox &toolBox,
                                    Progress &progressOfReading)
@@ -211,7 +210,7 @@ VerilatorReading::Attempt VerilatorReading::run(const QString &top, const QByteA
     }
     farm.write("elaboration.log", QByteArray());
     attempt.result = tools.run(command, progress);
-    attempt.messages = readVerilatorLog(farm.read("elaboration.log", longestLog));
+    attempt.messages = readVerilatorLog(farm.readLog("elaboration.log"));
     attempt.log = logLines(attempt.messages, farm);
     if (attempt.result.succeeded())
         attempt.log = asWarnings(attempt.log);

@@ -185,7 +185,7 @@ PreprocessedText VerilogPreprocessor::run(const VerilogVariant &variant)
         result.text = withPackagesFirst(stripComments(raw));
         result.graph = scanVerilog(result.text);
     });
-    result.messages = readVerilatorLog(farm.read("preprocessor.log", longestText));
+    result.messages = readVerilatorLog(farm.readLog("preprocessor.log"));
     result.log += logLines(result.messages, farm);
     if (!run.succeeded() && !hasErrors(result.log))
         result.log.append("ERROR: " + describeFailure(command.program, run, tools.limits()));

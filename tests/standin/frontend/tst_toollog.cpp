@@ -94,6 +94,12 @@ void tst_ToolLog::ghdlLinesAreRewritten_data()
                           << QStringList();
     QTest::newRow("error-word") << QByteArray("s0003.vhd:5:7:error: x\n") << true
                                 << QStringList{"ERROR: /design/lib/c.vhd:5:7: x"};
+    QTest::newRow("report") << QByteArray("s0003.vhd:5:7:(report warning): x\n"
+                                          "s0003.vhd:6:7:(report note): y\n"
+                                          "s0003.vhd:7:7:(assertion failure): z\n")
+                            << true
+                            << QStringList{"WARNING: /design/lib/c.vhd:5:7: x",
+                                           "ERROR: /design/lib/c.vhd:7:7: z"};
     QTest::newRow("succeeded") << QByteArray("s0003.vhd:5:7: odd\n") << false
                                << QStringList{"WARNING: /design/lib/c.vhd:5:7: odd"};
     QTest::newRow("general") << QByteArray("/usr/bin/ghdl-mcode: cannot find entity x\n"
