@@ -73,7 +73,7 @@ MainWindow::MainWindow(Standin::Host *services, const Standin::MolkBridge *plugi
     host->setMainWindow(this);
     host->setDesignLogHandler([this](const QStringList &log) { messagesPane->setDesignLog(log); });
 
-    refreshTitle();
+    refreshProject();
     restoreLayout();
 }
 
@@ -230,7 +230,10 @@ void MainWindow::runWizard(Core::IWizardFactory *wizard)
     // Without a project there is no place that the file belongs to, and the wizard knows a better
     // one.
     const EdamProject *current = host->project();
+    if (!current)
+        statusBar()->showMessage(tr("Without a project a new file is made, but not opened."));
     wizard->runWizard(this, current ? current->directory() : QString());
+    statusBar()->clearMessage();
     const QStringList after = configurationsOf(host->project());
     for (const QString &path : after) {
         if (!before.contains(path))

@@ -14,8 +14,10 @@
 #include "core/iview.h"
 
 #include <QFileDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QStatusBar>
 
 using Workbench::MainWindow;
 using Workbench::ProjectPanel;
@@ -37,6 +39,7 @@ private slots:
     void quittingIsClosing();
     void aWizardsFileIsOpened();
     void withoutAProjectTheWizardBeginsAtHome();
+    void theStatusBarNamesTheProject();
 
     void aConfigurationBringsItsProjectAlong();
     void aConfigurationWithoutADesignIsRefused();
@@ -58,6 +61,7 @@ void MainWindowTest::initTestCase()
 {
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QVERIFY(bench.start());
+    QCOMPARE(bench.window()->statusBar()->findChild<QLabel *>()->text(), "No project");
 }
 
 void MainWindowTest::cleanup()
@@ -200,12 +204,25 @@ void MainWindowTest::aWizardsFileIsOpened()
 void MainWindowTest::withoutAProjectTheWizardBeginsAtHome()
 {
     ModalDriver driver;
-    driver.expectDialog<QDialog>([](QDialog *dialog) {
+    driver.expectDialog<QDialog>([this](QDialog *dialog) {
         QCOMPARE(dialog->findChild<QLineEdit *>("editCreateIn")->text(), QDir::homePath());
         QVERIFY(!dialog->findChild<QWidget *>("checkBoxAddToCurrent")->isEnabled());
+        QCOMPARE(bench.window()->statusBar()->currentMessage(),
+                 "Without a project a new file is made, but not opened.");
         dialog->reject();
     });
     bench.window()->findChild<QAction *>("MB.Wizard.MOLK")->trigger();
+    QCOMPARE(bench.window()->statusBar()->currentMessage(), QString());
+}
+
+void MainWindowTest::theStatusBarNamesTheProject()
+{
+    const auto *label = bench.window()->statusBar()->findChild<QLabel *>();
+    QStringList errors;
+    QVERIFY(bench.window()->openProject(bench.makeProject("p.eda.yml"), QString(), &errors));
+    QVERIFY2(label->text().startsWith("p, top module "), qPrintable(label->text()));
+    QVERIFY(bench.window()->closeProject());
+    QCOMPARE(label->text(), "No project");
 }
 
 void MainWindowTest::aConfigurationBringsItsProjectAlong()
