@@ -13,7 +13,12 @@ HintLabel::HintLabel(const QString &text, QWidget *area)
     setAlignment(Qt::AlignCenter);
     setWordWrap(true);
     setMargin(40);
-    setEnabled(false);
+    // Less than a text, but to be read: what is disabled is hardly there in light colours.
+    QPalette faint = palette();
+    QColor colour = faint.color(QPalette::WindowText);
+    colour.setAlphaF(0.6);
+    faint.setColor(QPalette::WindowText, colour);
+    setPalette(faint);
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setGeometry(area->rect());
     area->installEventFilter(this);

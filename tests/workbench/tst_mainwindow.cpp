@@ -40,6 +40,7 @@ private slots:
     void aWizardsFileIsOpened();
     void withoutAProjectTheWizardBeginsAtHome();
     void theStatusBarNamesTheProject();
+    void theHintOfAnEmptyWindowIsLegible();
 
     void aConfigurationBringsItsProjectAlong();
     void aConfigurationWithoutADesignIsRefused();
@@ -223,6 +224,25 @@ void MainWindowTest::theStatusBarNamesTheProject()
     QVERIFY2(label->text().startsWith("p, top module "), qPrintable(label->text()));
     QVERIFY(bench.window()->closeProject());
     QCOMPARE(label->text(), "No project");
+}
+
+// Whatever it is drawn with, something of it stands out from what it is drawn on.
+void MainWindowTest::theHintOfAnEmptyWindowIsLegible()
+{
+    const QList<QLabel *> labels = bench.documents()->findChildren<QLabel *>();
+    QCOMPARE(labels.size(), 1);
+    QCOMPARE(labels.first()->text(), "Open a configuration or a project, or drop files here.");
+    const QImage image = labels.first()->grab().toImage();
+    int darkest = 255;
+    int lightest = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            const int lightness = qGray(image.pixel(x, y));
+            darkest = qMin(darkest, lightness);
+            lightest = qMax(lightest, lightness);
+        }
+    }
+    QVERIFY2(lightest - darkest > 100, qPrintable(QString::number(lightest - darkest)));
 }
 
 void MainWindowTest::aConfigurationBringsItsProjectAlong()
