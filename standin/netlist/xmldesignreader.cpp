@@ -57,6 +57,8 @@ bool XmlDesignReader::startElement()
 // What belongs in a module is passed over elsewhere, and so is a module within another.
 bool XmlDesignReader::isSkipped(XmlTag tag) const
 {
+    if (definesType(tag))
+        return writer.isOpen();
     switch (tag) {
     case XmlTag::Root:
     case XmlTag::Const:
@@ -70,13 +72,6 @@ bool XmlDesignReader::isSkipped(XmlTag tag) const
     case XmlTag::Interface:
     case XmlTag::Primitive:
     case XmlTag::Package:
-    case XmlTag::BasicType:
-    case XmlTag::AliasType:
-    case XmlTag::StructType:
-    case XmlTag::UnionType:
-    case XmlTag::PackedType:
-    case XmlTag::UnpackedType:
-    case XmlTag::OtherType:
     case XmlTag::MemberType:
         return writer.isOpen();
     case XmlTag::Always:
@@ -166,17 +161,12 @@ bool XmlDesignReader::open(Frame *frame)
     case XmlTag::File:
         design->files.insert(internAttribute("id"), attribute("filename").toString());
         break;
-    case XmlTag::BasicType:
-    case XmlTag::AliasType:
-    case XmlTag::StructType:
-    case XmlTag::UnionType:
-    case XmlTag::PackedType:
-    case XmlTag::UnpackedType:
-    case XmlTag::OtherType:
     case XmlTag::MemberType:
-        startType(frame);
+        type.members.append(internAttribute("sub_dtype_id"));
         break;
     default:
+        if (definesType(frame->tag))
+            startType(frame);
         break;
     }
     return true;
@@ -270,40 +260,37 @@ static bool hasBits(const QStringRef &basicType)
     return std::find(std::begin(names), std::end(names), basicType) != std::end(names);
 }
 
+static XmlTypes::Type::Kind typeKind(XmlTag tag)
+{
+    switch (tag) {
+    case XmlTag::BasicType:
+        return XmlTypes::Type::Basic;
+    case XmlTag::AliasType:
+        return XmlTypes::Type::Alias;
+    case XmlTag::StructType:
+        return XmlTypes::Type::Struct;
+    case XmlTag::UnionType:
+        return XmlTypes::Type::Union;
+    case XmlTag::PackedType:
+        return XmlTypes::Type::Packed;
+    case XmlTag::UnpackedType:
+        return XmlTypes::Type::Unpacked;
+    default:
+        return XmlTypes::Type::NoBits;
+    }
+}
+
 void XmlDesignReader::startType(Frame *frame)
 {
-    if (frame->tag == XmlTag::MemberType) {
-        type.members.append(internAttribute("sub_dtype_id"));
-        return;
-    }
     frame->name = internAttribute("id");
     type = XmlTypes::Type();
     type.element = internAttribute("sub_dtype_id");
-    switch (frame->tag) {
-    case XmlTag::BasicType:
-        if (!hasBits(attribute("name")))
-            break;
-        type.kind = XmlTypes::Type::Basic;
+    if (frame->tag == XmlTag::BasicType && !hasBits(attribute("name")))
+        return;
+    type.kind = typeKind(frame->tag);
+    if (type.kind == XmlTypes::Type::Basic) {
         type.hasRange = !attribute("left").isEmpty();
         type.range = {attribute("left").toInt(), attribute("right").toInt()};
-        break;
-    case XmlTag::AliasType:
-        type.kind = XmlTypes::Type::Alias;
-        break;
-    case XmlTag::StructType:
-        type.kind = XmlTypes::Type::Struct;
-        break;
-    case XmlTag::UnionType:
-        type.kind = XmlTypes::Type::Union;
-        break;
-    case XmlTag::PackedType:
-        type.kind = XmlTypes::Type::Packed;
-        break;
-    case XmlTag::UnpackedType:
-        type.kind = XmlTypes::Type::Unpacked;
-        break;
-    default:
-        break;
     }
 }
 

@@ -60,22 +60,16 @@ void XmlDesignReader::close(Frame *frame)
         readOperands(frame->operands);
         finishModule();
         break;
-    case XmlTag::BasicType:
-    case XmlTag::AliasType:
-    case XmlTag::StructType:
-    case XmlTag::UnionType:
-    case XmlTag::PackedType:
-    case XmlTag::UnpackedType:
-    case XmlTag::OtherType:
-        operands.resize(frame->operands);
-        design->types.add(frame->name, type);
-        break;
     case XmlTag::Var:
         operands.resize(frame->operands);
         break;
     default:
-        if (writer.isOpen())
+        if (definesType(frame->tag)) {
+            operands.resize(frame->operands);
+            design->types.add(frame->name, type);
+        } else if (writer.isOpen()) {
             finishOperand(frame);
+        }
         break;
     }
 }

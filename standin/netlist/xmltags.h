@@ -43,7 +43,7 @@ enum class XmlTag : quint8 {
     Primitive,
     Package,
 
-    // Types.
+    // Types, see definesType().
     BasicType,
     AliasType,
     StructType,
@@ -58,6 +58,13 @@ enum class XmlTag : quint8 {
     Transparent, ///< Only what it contains counts.
     Skipped,
 };
+
+/// Whether an element with \a tag defines a type that stands by itself. A member of a structure is
+/// part of the type around it.
+constexpr bool definesType(XmlTag tag)
+{
+    return tag >= XmlTag::BasicType && tag <= XmlTag::OtherType;
+}
 
 /// Tells elements apart by their names.
 class XmlTags
