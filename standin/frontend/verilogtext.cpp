@@ -3,6 +3,8 @@
 
 #include "frontend/verilogtext.h"
 
+#include "frontend/verilogspans.h"
+
 #include <QList>
 
 #include <algorithm>
@@ -12,17 +14,12 @@ namespace Standin {
 
 static const char neverDefined[] = "`ifdef MOLK_NEVER_DEFINED__ ";
 
-static bool isBlank(char c)
-{
-    return c == ' ' || c == '\t' || c == '\r' || c == '\n' || c == '\f' || c == '\v';
-}
-
 static QByteArray nextWord(const char **at, const char *end)
 {
-    while (*at < end && (isBlank(**at) || **at == ':'))
+    while (*at < end && (isVerilogBlank(**at) || **at == ':'))
         ++*at;
     const char *begin = *at;
-    while (*at < end && !isBlank(**at) && **at != ':' && **at != ';')
+    while (*at < end && !isVerilogBlank(**at) && **at != ':' && **at != ';')
         ++*at;
     return QByteArray(begin, int(*at - begin)).toLower();
 }
@@ -50,49 +47,9 @@ int translatePragma(const char *begin, const char *end)
     return word == "translate_on" || word == "synthesis_on" ? 2 : 0;
 }
 
-/// End of the string literal that begins at \a at; the end of the line at the latest.
-static const char *stringEnd(const char *at, const char *end)
-{
-    for (++at; at < end && *at != '\n'; ++at) {
-        if (*at == '"')
-            return at + 1;
-        if (*at == '\\' && at + 1 < end)
-            ++at;
-    }
-    return at;
-}
-
-static const char *lineEnd(const char *at, const char *end)
-{
-    const void *found = std::memchr(at, '\n', size_t(end - at));
-    return found ? static_cast<const char *>(found) : end;
-}
-
-/// End of the comment that begins at \a at with a slash and a star.
-static const char *blockEnd(const char *at, const char *end)
-{
-    for (at += 2; at < end; ++at) {
-        if (*at == '*' && at + 1 < end && at[1] == '/')
-            return at + 2;
-    }
-    return end;
-}
-
 static void appendNewlines(QByteArray *out, const char *begin, const char *end)
 {
     out->append(int(std::count(begin, end, '\n')), '\n');
-}
-
-static const char *escapedEnd(const char *at, const char *end)
-{
-    while (at < end && !isBlank(*at))
-        ++at;
-    return at;
-}
-
-static bool startsComment(const char *at, const char *end)
-{
-    return *at == '/' && at + 1 < end && (at[1] == '/' || at[1] == '*');
 }
 
 /// True if the definition of a macro goes on behind the line that ends at \a newline.
@@ -126,7 +83,7 @@ QByteArray maskVerilogPragmas(const QByteArray &source)
             next = escapedEnd(at, end);
         } else if (startsComment(at, end)) {
             const bool block = at[1] == '*';
-            next = block ? blockEnd(at, end) : lineEnd(at, end);
+            next = commentEnd(at, end);
             const int pragma = translatePragma(at + 2, block ? std::max(at + 2, next - 2) : next);
             if (!inDefine && (pragma == 1 || pragma == 2) && off != (pragma == 1)) {
                 off = pragma == 1;
@@ -234,7 +191,7 @@ QByteArray stripComments(const QByteArray &preprocessed)
         } else if (*at == '\\') {
             next = escapedEnd(at, end);
         } else if (startsComment(at, end)) {
-            next = at[1] == '*' ? blockEnd(at, end) : lineEnd(at, end);
+            next = commentEnd(at, end);
             out.append(' ');
             appendNewlines(&out, at, next);
             at = next;

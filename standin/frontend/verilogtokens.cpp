@@ -3,6 +3,8 @@
 
 #include "frontend/verilogtokens.h"
 
+#include "frontend/verilogspans.h"
+
 #include <QSet>
 
 #include <algorithm>
@@ -48,11 +50,6 @@ static bool isKeyword(const char *begin, int length)
     if (length > 20)
         return false;
     return keywords.contains(QByteArray::fromRawData(begin, length));
-}
-
-static bool isBlank(char c)
-{
-    return c == ' ' || (c >= '\t' && c <= '\r');
 }
 
 static bool isDigit(char c)
@@ -149,7 +146,7 @@ const char *VerilogTokens::readAttribute(const char *begin)
         return begin;
     const char *at = begin + 2;
     // An event list of everything looks nearly the same.
-    while (at < stop && isBlank(*at))
+    while (at < stop && isVerilogBlank(*at))
         ++at;
     if (at < stop && *at == ')')
         return begin;
@@ -229,32 +226,7 @@ const char *VerilogTokens::readDirective(const char *begin)
         add(begin, end, VerilogToken::Macro);
         return end;
     }
-    const void *newline = std::memchr(begin, '\n', size_t(stop - begin));
-    return newline ? static_cast<const char *>(newline) : stop;
-}
-
-static const char *stringEnd(const char *at, const char *end)
-{
-    for (++at; at < end && *at != '\n'; ++at) {
-        if (*at == '"')
-            return at + 1;
-        if (*at == '\\' && at + 1 < end)
-            ++at;
-    }
-    return at;
-}
-
-static const char *commentEnd(const char *at, const char *end)
-{
-    if (at[1] == '/') {
-        const void *newline = std::memchr(at, '\n', size_t(end - at));
-        return newline ? static_cast<const char *>(newline) : end;
-    }
-    for (at += 2; at + 1 < end; ++at) {
-        if (*at == '*' && at[1] == '/')
-            return at + 2;
-    }
-    return end;
+    return lineEnd(begin, stop);
 }
 
 static const char *numberEnd(const char *at, const char *end)
@@ -275,13 +247,12 @@ void VerilogTokens::read()
     const char *at = start;
     while (at < stop) {
         const char *next = at + 1;
-        if (isBlank(*at)) {
+        if (isVerilogBlank(*at)) {
             // Nothing to keep.
         } else if (startsWord(*at)) {
             next = readWord(at);
         } else if (*at == '\\') {
-            while (next < stop && !isBlank(*next))
-                ++next;
+            next = escapedEnd(at, stop);
             // A backslash without a name behind it names nothing.
             if (next > at + 1)
                 add(at + 1, next, VerilogToken::Word);
@@ -295,7 +266,7 @@ void VerilogTokens::read()
             add(at, next, VerilogToken::String);
         } else if (*at == '`') {
             next = readDirective(at);
-        } else if (*at == '/' && next < stop && (*next == '/' || *next == '*')) {
+        } else if (startsComment(at, stop)) {
             next = commentEnd(at, stop);
         } else if (*at == '(' && readAttribute(at) != at) {
             next = readAttribute(at);
