@@ -55,6 +55,15 @@ public:
         return path(name);
     }
 
+    /// Options with \a script for a tool.
+    Standin::ExtractionOptions optionsWithTool(const QByteArray &script) const
+    {
+        Standin::ExtractionOptions withTool;
+        withTool.verilator = write("tool", script);
+        QFile::setPermissions(withTool.verilator, QFile::ReadOwner | QFile::ExeOwner);
+        return withTool;
+    }
+
     void add(const QString &file, const QVariantMap &more = QVariantMap())
     {
         QVariantMap entry = more;

@@ -448,13 +448,9 @@ void tst_FaultyDesigns::modulesThatContainEachOtherAreErrors()
 void tst_FaultyDesigns::crashIsLedBackToItsModule()
 {
     ExtractionTest writer;
-    Standin::ExtractionOptions options;
-    options.verilator =
-        writer.write("tool",
-                     "#!/bin/sh\ncase \"$1\" in --xml-only) if grep -q deadly design.v; then\n"
-                     "kill -SEGV $$; fi;; esac\nexec /usr/bin/verilator_bin \"$@\"\n");
-    QFile::setPermissions(options.verilator, QFile::ReadOwner | QFile::ExeOwner);
-    ExtractionTest test(options);
+    ExtractionTest test(writer.optionsWithTool(
+        "#!/bin/sh\ncase \"$1\" in --xml-only) if grep -q deadly design.v; then\n"
+        "kill -SEGV $$; fi;; esac\nexec /usr/bin/verilator_bin \"$@\"\n"));
     QByteArray text = "module top(input x);\n";
     for (int i = 0; i < 20; ++i)
         text += "m" + QByteArray::number(i) + " u" + QByteArray::number(i) + "(x);\n";
