@@ -17,6 +17,14 @@
 
 #include <memory>
 
+/// A Verilog source with one module that nothing instantiates.
+constexpr char oneTop[] = "module leaf(input a, output b); assign b = a; endmodule\n"
+                          "module top(input x, output [3:0] y);\n"
+                          "leaf u(.a(x), .b(y[0])); endmodule\n";
+
+/// A tool that goes on until it is stopped.
+constexpr char slowTool[] = "#!/bin/sh\nsleep 60\n";
+
 /// What one call of catchModules() said.
 struct ModulesAnswer
 {

@@ -4,18 +4,9 @@
 #include "extractiontest.h"
 #include "testwidgetsmain.h"
 
-#include <QProgressDialog>
-#include <QPushButton>
-#include <QTimer>
-
-#include <functional>
-
 namespace DesignInfo = Standin::DesignInfo;
 
-static const char oneTop[] = "module leaf(input a, output b); assign b = a; endmodule\n"
-                             "module top(input x, output [3:0] y);\n"
-                             "leaf u(.a(x), .b(y[0])); endmodule\n";
-
+/// Designs of all kinds are read, and what they hold is there.
 class tst_Extraction : public QObject
 {
     Q_OBJECT
@@ -32,38 +23,14 @@ private slots:
     void yosysNetlistStandsAlone();
     void listsFollowTheTop_data();
     void listsFollowTheTop();
-    void errorsNameThePlace_data();
-    void errorsNameThePlace();
-    void vhdlErrorsNameThePlace();
     void survivableConstructsAreNoErrors_data();
     void survivableConstructsAreNoErrors();
     void definesAndParametersCount();
     void fileDefinesHoldForOneFile();
     void namesOfOtherStandardsAreTaken();
-    void unreadableFilesAreErrors();
-    void missingToolIsAnError();
-    void crashingToolIsAnError();
-    void silentToolIsAnError();
-    void slowToolIsStopped();
     void escapedTopNameIsTaken();
-    void oddTopNameIsRefused();
-    void errorsLeaveAnEmptyNetlist();
-    void nothingReadLeavesAnEmptyNetlist();
     void jtagIsNoticed();
-    void secondReadingRunsNoTool();
-    void anotherProcessRunsNoTool();
-    void changedSourceIsReadAgain();
-    void touchedIncludeIsReadAgain();
-    void appearedIncludeIsReadAgain();
     void excludedRegionsOfIncludesStayOut();
-    void includedFilesKeepTheirPlaces();
-    void errorsAreNotKept();
-    void damagedCacheIsIgnored();
-    void cancelEndsTheReading();
-    void cancelOfTheSecondCallLeavesAnEmptyNetlist();
-    void destroyedDuringTheCall();
-    void quickReadingShowsNoDialog();
-    void dialogTellsWhatIsDone();
 };
 
 void tst_Extraction::realisticDesignOpens_data()
@@ -232,52 +199,6 @@ void tst_Extraction::listsFollowTheTop()
     QTEST(test.netlist()->top->name(), "delivered");
 }
 
-void tst_Extraction::errorsNameThePlace_data()
-{
-    QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<QString>("place");
-
-    QTest::newRow("syntax") << QByteArray("module top;\n  wire a = ;\nendmodule\n") << "2:12: ";
-    QTest::newRow("undeclared") << QByteArray("module top;\n\n  assign a.b = 1;\nendmodule\n")
-                                << "3:10: ";
-    QTest::newRow("include") << QByteArray("\n  `include \"nosuch.vh\"\nmodule top; endmodule\n")
-                             << "2:";
-    QTest::newRow("macro") << QByteArray("module top;\nassign a = `NOSUCH;\nendmodule\n") << "2:";
-    QTest::newRow("behind-excluded")
-        << QByteArray("module top;\n// synthesis translate_off\nbad bad bad;\n"
-                      "// synthesis translate_on\n  wire a = ;\nendmodule\n")
-        << "5:12: ";
-    QTest::newRow("two-tops") << QByteArray("module a; wire x = ; endmodule\nmodule b; endmodule")
-                              << "1:";
-    QTest::newRow("unended") << QByteArray("module top;\nwire a;\n") << "";
-    QTest::newRow("unended-condition") << QByteArray("module top;\n`ifdef X\nendmodule\n") << "";
-}
-
-void tst_Extraction::errorsNameThePlace()
-{
-    QFETCH(QByteArray, text);
-    QFETCH(QString, place);
-    ExtractionTest test;
-    const QString file = test.write("with blank/a.v", text);
-    test.add(file);
-    const QStringList errors = test.modules().errors();
-    QVERIFY(!errors.isEmpty());
-    QVERIFY2(errors.first().startsWith("ERROR: " + file + ':' + place), qPrintable(errors.first()));
-}
-
-void tst_Extraction::vhdlErrorsNameThePlace()
-{
-    ExtractionTest test;
-    const QString file = test.write("a.vhd",
-                                    "entity a is end;\narchitecture r of a is\n"
-                                    "signal s : nosuch;\nbegin end;\n");
-    test.add(file);
-    const ModulesAnswer answer = test.modules();
-    QCOMPARE(answer.errors().mid(0, 1),
-             QStringList("ERROR: " + file + ":3:12: no declaration for \"nosuch\""));
-    QCOMPARE(answer.topModules, QStringList{"a"});
-}
-
 void tst_Extraction::survivableConstructsAreNoErrors_data()
 {
     QTest::addColumn<QByteArray>("body");
@@ -348,68 +269,6 @@ void tst_Extraction::namesOfOtherStandardsAreTaken()
     }
 }
 
-void tst_Extraction::unreadableFilesAreErrors()
-{
-    ExtractionTest test;
-    test.add(test.path("nosuch.v"));
-    test.add(test.path("."));
-    const ModulesAnswer answer = test.modules();
-    QCOMPARE(answer.messages,
-             (QStringList{"ERROR: " + test.path("nosuch.v") + ": No such file or directory",
-                          "ERROR: " + test.path(".") + ": not a regular file"}));
-    QCOMPARE(test.extraction->toolRuns(), 0);
-}
-
-void tst_Extraction::missingToolIsAnError()
-{
-    Standin::ExtractionOptions options;
-    options.verilator = "/nonexistent/verilator_bin";
-    options.ghdl = "/nonexistent/ghdl";
-    ExtractionTest test(options);
-    test.add(test.write("a.v", oneTop));
-    QCOMPARE(test.modules().errors(),
-             QStringList("ERROR: /nonexistent/verilator_bin can't be started: is it installed?"));
-}
-
-void tst_Extraction::crashingToolIsAnError()
-{
-    ExtractionTest writer;
-    Standin::ExtractionOptions options;
-    options.verilator = writer.write("tool", "#!/bin/sh\nkill -SEGV $$\n");
-    QFile::setPermissions(options.verilator, QFile::ReadOwner | QFile::ExeOwner);
-    ExtractionTest test(options);
-    test.add(test.write("a.v", oneTop));
-    QCOMPARE(test.modules().errors(), QStringList("ERROR: tool crashed (signal 11)"));
-}
-
-void tst_Extraction::silentToolIsAnError()
-{
-    // It does what the first stage does and nothing in the second.
-    ExtractionTest writer;
-    Standin::ExtractionOptions options;
-    options.verilator =
-        writer.write("tool", "#!/bin/sh\ncase \"$1\" in -E) cat s0001.v;; *) ;; esac\n");
-    QFile::setPermissions(options.verilator, QFile::ReadOwner | QFile::ExeOwner);
-    ExtractionTest test(options);
-    test.add(test.write("a.v", oneTop));
-    const QStringList errors = test.modules().errors();
-    QCOMPARE(errors.size(), 1);
-    QVERIFY2(errors.first().startsWith("ERROR: the elaborated design can't be read: "),
-             qPrintable(errors.first()));
-}
-
-void tst_Extraction::slowToolIsStopped()
-{
-    ExtractionTest writer;
-    Standin::ExtractionOptions options;
-    options.verilator = writer.write("tool", "#!/bin/sh\nsleep 60\n");
-    options.timeoutSeconds = 1;
-    QFile::setPermissions(options.verilator, QFile::ReadOwner | QFile::ExeOwner);
-    ExtractionTest test(options);
-    test.add(test.write("a.v", oneTop));
-    QCOMPARE(test.modules().errors(), QStringList("ERROR: tool was stopped after 1 s"));
-}
-
 void tst_Extraction::escapedTopNameIsTaken()
 {
     ExtractionTest test;
@@ -425,129 +284,12 @@ void tst_Extraction::escapedTopNameIsTaken()
     QCOMPARE(netLines(*netlist), (QStringList{"a;b/x", "a;b/u/y", "a;b/u/a__DOT__b"}));
 }
 
-/// Names that the tool could take for an option or expand.
-void tst_Extraction::oddTopNameIsRefused()
-{
-    const QStringList names{"-x", "a$b;", "a\"b", "a`b", "+x", "@f"};
-    for (const QString &name : names) {
-        ExtractionTest test;
-        test.add(test.write("a.v", "module \\" + name.toLatin1() + " (input x); endmodule\n"));
-        const ModulesAnswer answer = test.modules();
-        QCOMPARE(answer.topModules, QStringList(name));
-        QCOMPARE(
-            answer.errors(),
-            QStringList(
-                QString("ERROR: the top module \"%1\" can't be elaborated by its name").arg(name)));
-    }
-}
-
-void tst_Extraction::errorsLeaveAnEmptyNetlist()
-{
-    ExtractionTest test;
-    test.add(test.write("a.v", "module top; wire = ; endmodule"));
-    QVERIFY(!test.modules().errors().isEmpty());
-    QStringList log;
-    const auto netlist = test.netlist(&log);
-    QVERIFY(!log.filter("ERROR").isEmpty());
-    QCOMPARE(netlist->top->name(), QString("top"));
-    QVERIFY(netlist->top->children().isEmpty());
-    QVERIFY(netLines(*netlist).isEmpty());
-}
-
-void tst_Extraction::nothingReadLeavesAnEmptyNetlist()
-{
-    ExtractionTest test;
-    const auto netlist = test.netlist();
-    QVERIFY(netlist);
-    QCOMPARE(netlist->top->name(), QString());
-}
-
 void tst_Extraction::jtagIsNoticed()
 {
     ExtractionTest test;
     test.add(test.write("a.v", "module top(input x); OD_JTAG j(.tck(x)); endmodule"));
     QCOMPARE(test.modules().errors(), QStringList());
     QVERIFY(test.netlist()->usesJtag);
-}
-
-void tst_Extraction::secondReadingRunsNoTool()
-{
-    ExtractionTest test;
-    test.add(test.write("a.v", oneTop));
-    const ModulesAnswer first = test.modules();
-    const QStringList nets = netLines(*test.netlist());
-    QCOMPARE(test.extraction->toolRuns(), 2);
-    const ModulesAnswer second = test.modules();
-    QCOMPARE(second.topModules, first.topModules);
-    QCOMPARE(second.modules, first.modules);
-    QCOMPARE(netLines(*test.netlist()), nets);
-    QCOMPARE(netLines(*test.netlist()), nets);
-    QCOMPARE(test.extraction->toolRuns(), 2);
-}
-
-void tst_Extraction::anotherProcessRunsNoTool()
-{
-    ExtractionTest test;
-    test.addData({"mixed/pulse.vhd", "mixed/toggler.v", "mixed/board.v"});
-    const ModulesAnswer first = test.modules();
-    const QStringList levels = levelLines(*test.netlist());
-    test.restart();
-    const ModulesAnswer second = test.modules();
-    QCOMPARE(second.topModules, first.topModules);
-    QCOMPARE(second.modules, first.modules);
-    QCOMPARE(second.messages, first.messages);
-    QCOMPARE(levelLines(*test.netlist()), levels);
-    QCOMPARE(test.extraction->toolRuns(), 0);
-}
-
-void tst_Extraction::changedSourceIsReadAgain()
-{
-    ExtractionTest test;
-    test.add(test.write("a.v", "module top(input x); endmodule"));
-    test.modules();
-    test.write("a.v", "module top(input y); endmodule");
-    test.modules();
-    QCOMPARE(test.extraction->toolRuns(), 4);
-    QCOMPARE(netLines(*test.netlist()), QStringList{"top/y"});
-    // What it was before is still known.
-    test.write("a.v", "module top(input x); endmodule");
-    test.modules();
-    QCOMPARE(test.extraction->toolRuns(), 4);
-    QCOMPARE(netLines(*test.netlist()), QStringList{"top/x"});
-}
-
-void tst_Extraction::touchedIncludeIsReadAgain()
-{
-    ExtractionTest test;
-    test.write("inc/deep.vh", "`define W 4\n");
-    test.write("inc/w.vh", "`include \"deep.vh\"\n");
-    test.info.insert(DesignInfo::IncludePath, QStringList{test.path("inc")});
-    test.add(test.write("a.v", "`include \"w.vh\"\nmodule top(input [`W-1:0] x); endmodule"));
-    QCOMPARE(test.modules().errors(), QStringList());
-    test.modules();
-    QCOMPARE(test.extraction->toolRuns(), 2);
-    test.write("inc/deep.vh", "`define W 5\n");
-    test.modules();
-    QCOMPARE(test.extraction->toolRuns(), 4);
-    QCOMPARE(netLines(*test.netlist()), QStringList{"top/x[4:0]"});
-    test.write("inc/deep.vh", "`define W 6\n");
-    test.restart();
-    test.modules();
-    QCOMPARE(netLines(*test.netlist()), QStringList{"top/x[5:0]"});
-}
-
-void tst_Extraction::appearedIncludeIsReadAgain()
-{
-    ExtractionTest test;
-    QDir(test.directory.path()).mkdir("first");
-    test.write("second/w.vh", "`define W 4\n");
-    test.info.insert(DesignInfo::IncludePath, QStringList{test.path("first"), test.path("second")});
-    test.add(test.write("a.v", "`include \"w.vh\"\nmodule top(input [`W-1:0] x); endmodule"));
-    QCOMPARE(test.modules().errors(), QStringList());
-    QCOMPARE(netLines(*test.netlist()), QStringList{"top/x[3:0]"});
-    test.write("first/w.vh", "`define W 2\n");
-    test.modules();
-    QCOMPARE(netLines(*test.netlist()), QStringList{"top/x[1:0]"});
 }
 
 /// In included files as in sources, however deep, and from wherever they are included.
@@ -579,152 +321,6 @@ void tst_Extraction::excludedRegionsOfIncludesStayOut()
                "wire changed;\n");
     QCOMPARE(test.modules().messages, QStringList());
     QCOMPARE(netLines(*test.netlist()).mid(0, 2), (QStringList{"top/beside", "top/changed"}));
-}
-
-void tst_Extraction::includedFilesKeepTheirPlaces()
-{
-    ExtractionTest test;
-    const QString file = test.write("inc/part.vh",
-                                    "// synopsys translate_off\n// synopsys translate_on\n"
-                                    "  wire = 1;\n");
-    test.info.insert(DesignInfo::IncludePath, QStringList{test.path("inc")});
-    test.add(test.write("a.v", "module top(input x);\n`include \"part.vh\"\nendmodule\n"));
-    const QStringList errors = test.modules().errors();
-    QCOMPARE(errors.size(), 1);
-    QVERIFY2(errors.first().startsWith("ERROR: " + file + ":3:8: "), qPrintable(errors.first()));
-    QCOMPARE(netLines(*test.netlist()), QStringList{"top/x"});
-}
-
-void tst_Extraction::errorsAreNotKept()
-{
-    ExtractionTest test;
-    test.add(test.write("a.v", "`include \"w.vh\"\nmodule top(input [`W-1:0] x); endmodule"));
-    QVERIFY(!test.modules().errors().isEmpty());
-    test.write("w.vh", "`define W 2\n");
-    QCOMPARE(test.modules().errors(), QStringList());
-    QCOMPARE(netLines(*test.netlist()), QStringList{"top/x[1:0]"});
-}
-
-void tst_Extraction::damagedCacheIsIgnored()
-{
-    ExtractionTest test;
-    test.add(test.write("a.v", oneTop));
-    test.modules();
-    const QDir cache(test.path("cache"));
-    const QStringList entries = cache.entryList(QDir::Files);
-    QCOMPARE(entries.size(), 1);
-    QVERIFY(!test.write("cache/" + entries.first(), "damaged").isEmpty());
-    test.restart();
-    QCOMPARE(test.modules().topModules, QStringList{"top"});
-    QCOMPARE(test.extraction->toolRuns(), 2);
-}
-
-/// Calls \a act as soon as the extraction's dialog is shown.
-class OnDialog : public QObject
-{
-public:
-    explicit OnDialog(std::function<void(QProgressDialog *)> action)
-        : act(std::move(action))
-    {
-        qApp->installEventFilter(this);
-    }
-
-    bool eventFilter(QObject *watched, QEvent *event) override
-    {
-        auto *dialog = qobject_cast<QProgressDialog *>(watched);
-        if (dialog && event->type() == QEvent::Show) {
-            ++shown;
-            const auto call = act;
-            QTimer::singleShot(0, dialog, [dialog, call] { call(dialog); });
-        }
-        return false;
-    }
-
-    int shown = 0;
-
-private:
-    std::function<void(QProgressDialog *)> act;
-};
-
-static Standin::ExtractionOptions withSlowTool(ExtractionTest *writer)
-{
-    Standin::ExtractionOptions options;
-    options.verilator = writer->write("tool", "#!/bin/sh\nsleep 60\n");
-    QFile::setPermissions(options.verilator, QFile::ReadOwner | QFile::ExeOwner);
-    return options;
-}
-
-static void pressCancel(QProgressDialog *dialog)
-{
-    auto *button = dialog->findChild<QPushButton *>();
-    QVERIFY(button);
-    QTest::mouseClick(button, Qt::LeftButton);
-}
-
-void tst_Extraction::cancelEndsTheReading()
-{
-    ExtractionTest writer;
-    ExtractionTest test(withSlowTool(&writer));
-    test.add(test.write("a.v", oneTop));
-    OnDialog onDialog(pressCancel);
-    QCOMPARE(test.modules("top").messages, QStringList("ERROR: cancelled"));
-    QCOMPARE(onDialog.shown, 1);
-    QCOMPARE(test.netlist()->top->name(), QString("top"));
-}
-
-void tst_Extraction::cancelOfTheSecondCallLeavesAnEmptyNetlist()
-{
-    ExtractionTest test;
-    test.add(test.write("a.v", oneTop));
-    QCOMPARE(test.modules().errors(), QStringList());
-    {
-        OnDialog onDialog(pressCancel);
-        QStringList log;
-        const auto netlist = test.netlist(&log);
-        QCOMPARE(onDialog.shown, 1);
-        QCOMPARE(log, QStringList("ERROR: cancelled"));
-        QCOMPARE(netlist->top->name(), QString("top"));
-        QVERIFY(netlist->top->children().isEmpty());
-    }
-    QCOMPARE(test.netlist()->top->children().size(), 1);
-}
-
-void tst_Extraction::destroyedDuringTheCall()
-{
-    ExtractionTest writer;
-    ExtractionTest test(withSlowTool(&writer));
-    test.add(test.write("a.v", oneTop));
-    QTimer::singleShot(50, this, [&] { test.extraction.reset(); });
-    QCOMPARE(test.modules().messages, QStringList("ERROR: cancelled"));
-}
-
-void tst_Extraction::quickReadingShowsNoDialog()
-{
-    ExtractionTest test;
-    test.add(test.write("a.v", oneTop));
-    test.modules();
-    OnDialog onDialog([](QProgressDialog *) {});
-    test.modules();
-    QCOMPARE(onDialog.shown, 0);
-}
-
-void tst_Extraction::dialogTellsWhatIsDone()
-{
-    ExtractionTest writer;
-    ExtractionTest test(withSlowTool(&writer));
-    test.add(test.write("a.v", oneTop));
-    test.add(test.write("b.v", "\n"));
-    QString title;
-    QString text;
-    OnDialog onDialog([&](QProgressDialog *dialog) {
-        title = dialog->windowTitle();
-        text = dialog->labelText();
-        QVERIFY(dialog->isModal());
-        pressCancel(dialog);
-    });
-    test.modules();
-    QCOMPARE(title, QString("Reading the Design"));
-    QVERIFY2(text.startsWith("Preprocessing the sources...\n2 files, "), qPrintable(text));
 }
 
 MOLK_TEST_MAIN(tst_Extraction)
