@@ -3,6 +3,8 @@
 
 #include "projectfixture.h"
 
+#include "designinfo.h"
+
 #include "qutil/eventmanager.h"
 #include "qutil/ievent.h"
 
@@ -43,18 +45,24 @@ ProjectFixture::ProjectFixture()
         QTest::qFail("there is no folder for the project", __FILE__, __LINE__);
 }
 
-std::unique_ptr<EdamProject> ProjectFixture::open(const QByteArray &text)
+QString ProjectFixture::write(const QByteArray &text)
 {
     const QString path = in("x.eda.yml");
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
         QTest::qFail("the project file can't be written", __FILE__, __LINE__);
-    file.close();
+    return path;
+}
 
+std::unique_ptr<EdamProject> ProjectFixture::open(const QByteArray &text)
+{
     QStringList errors;
-    std::unique_ptr<EdamProject> project = EdamProject::open(path, &errors);
-    if (!project)
-        QTest::qFail(qPrintable(errors.join('\n')), __FILE__, __LINE__);
+    QStringList warnings;
+    std::unique_ptr<EdamProject> project = EdamProject::open(write(text), &errors, &warnings);
+    if (!project || !errors.isEmpty() || !warnings.isEmpty()) {
+        QTest::qFail(qPrintable((errors + warnings).join('\n')), __FILE__, __LINE__);
+        return EdamProject::adHoc({}, QString());
+    }
     return project;
 }
 
@@ -74,4 +82,13 @@ QString ProjectFixture::touch(const QString &name)
     if (!file.open(QIODevice::WriteOnly))
         QTest::qFail("a source file can't be written", __FILE__, __LINE__);
     return path;
+}
+
+QStringList pathsIn(const QMap<QString, QVariant> &designInfo)
+{
+    QStringList paths;
+    const QVariantList files = designInfo.value(Standin::DesignInfo::Files).toList();
+    for (const QVariant &file : files)
+        paths.append(file.toMap().value(Standin::DesignInfo::Path).toString());
+    return paths;
 }

@@ -10,8 +10,10 @@
 #include "qutil/ieventhandler.h"
 
 #include <QByteArray>
+#include <QMap>
 #include <QStringList>
 #include <QTemporaryDir>
+#include <QVariant>
 
 #include <memory>
 
@@ -41,7 +43,10 @@ class ProjectFixture
 public:
     ProjectFixture();
 
-    /// Writes \a text to the project file, and opens it.
+    /// Writes \a text to the project file, and returns its path.
+    QString write(const QByteArray &text);
+
+    /// Writes \a text to the project file, and opens it. A warning is a failure too.
     std::unique_ptr<Standin::EdamProject> open(const QByteArray &text);
 
     /// What the project file holds.
@@ -56,6 +61,22 @@ public:
     EventList events;
     QString error;
 };
+
+/// Base of the tests of projects: each test function begins with a fresh folder.
+class ProjectTest : public QObject
+{
+    Q_OBJECT
+
+protected:
+    std::unique_ptr<ProjectFixture> x;
+
+private slots:
+    void init() { x = std::make_unique<ProjectFixture>(); }
+    void cleanup() { x.reset(); }
+};
+
+/// The paths of the files that the extraction is told of.
+QStringList pathsIn(const QMap<QString, QVariant> &designInfo);
 
 /// A project of one Verilog and one VHDL file.
 const QByteArray plainProject = "name: x\n"

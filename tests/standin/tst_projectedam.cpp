@@ -1,26 +1,21 @@
 // SPDX-FileCopyrightText: The project's authors
 // SPDX-License-Identifier: MIT
 
-#include "testmain.h"
+#include "projectfixture.h"
 
 #include "designinfo.h"
-#include "project/edamproject.h"
 
 #include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
-
-#include <memory>
 
 using Standin::EdamProject;
 namespace DesignInfo = Standin::DesignInfo;
 
-class TestProjectEdam : public QObject
+/// What a project says of what stands in its file.
+class TestProjectEdam : public ProjectTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
     void projectIsRead();
     void filesAreReadWithTheirKinds_data();
     void filesAreReadWithTheirKinds();
@@ -34,80 +29,22 @@ private slots:
     void recordOfAnUnknownFileIsEmpty();
     void firstOfTwoEntriesIsTheRecord();
     void optionsAreRead();
-    void designInfoHoldsSourcesInOrder();
-    void designInfoLeavesOutWhatIsNotCompiled();
-    void designInfoHoldsPerFileSettings();
-    void includePathComesFromOptionsThenFiles();
-    void parametersAreSortedByTheirType();
-    void parameterValuesHaveTheirTypes_data();
-    void parameterValuesHaveTheirTypes();
-    void readyNetlistIsPassedOn();
     void aliasesAreFollowed();
     void byteOrderMarkAndCarriageReturnsAreTaken();
     void jsonIsTaken();
-    void faultsNameFileLineAndKey_data();
-    void faultsNameFileLineAndKey();
-    void allFaultsAreReported();
-    void unreadableFilesAreRefused_data();
-    void unreadableFilesAreRefused();
-    void newerVersionIsAWarning();
-    void hooksAreNotRun();
-    void aliasBombIsRefusedOrHarmless();
     void manyFilesAreReadInLinearTime();
     void adHocProjectIsMadeOfFiles();
     void adHocProjectWithoutATop();
-
-private:
-    QString write(const QByteArray &text);
-    std::unique_ptr<EdamProject> open(const QByteArray &text);
-
-    std::unique_ptr<QTemporaryDir> directory;
 };
-
-void TestProjectEdam::init()
-{
-    directory = std::make_unique<QTemporaryDir>();
-    QVERIFY(directory->isValid());
-}
-
-QString TestProjectEdam::write(const QByteArray &text)
-{
-    const QString path = directory->filePath("soc.eda.yml");
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
-        QTest::qFail("the project file can't be written", __FILE__, __LINE__);
-    return path;
-}
-
-std::unique_ptr<EdamProject> TestProjectEdam::open(const QByteArray &text)
-{
-    QStringList errors;
-    QStringList warnings;
-    std::unique_ptr<EdamProject> project = EdamProject::open(write(text), &errors, &warnings);
-    if (!project || !errors.isEmpty() || !warnings.isEmpty()) {
-        QTest::qFail(qPrintable((errors + warnings).join('\n')), __FILE__, __LINE__);
-        return EdamProject::adHoc({}, QString());
-    }
-    return project;
-}
-
-static QStringList pathsIn(const QMap<QString, QVariant> &info)
-{
-    QStringList paths;
-    const QVariantList files = info.value(DesignInfo::Files).toList();
-    for (const QVariant &file : files)
-        paths.append(file.toMap().value(DesignInfo::Path).toString());
-    return paths;
-}
 
 void TestProjectEdam::projectIsRead()
 {
-    const auto project = open("version: 0.2.1\nname: ::soc:1.0\ntoplevel: soc\nfiles: []\n");
+    const auto project = x->open("version: 0.2.1\nname: ::soc:1.0\ntoplevel: soc\nfiles: []\n");
 
     QCOMPARE(project->name(), QString("::soc:1.0"));
     QCOMPARE(project->top(), QString("soc"));
-    QCOMPARE(project->path(), directory->filePath("soc.eda.yml"));
-    QCOMPARE(project->directory(), directory->path());
+    QCOMPARE(project->path(), x->in("x.eda.yml"));
+    QCOMPARE(project->directory(), x->directory.path());
     QVERIFY(project->files().isEmpty());
 }
 
@@ -137,7 +74,7 @@ void TestProjectEdam::filesAreReadWithTheirKinds()
     QFETCH(QByteArray, fileType);
     QFETCH(int, kind);
 
-    const auto project = open("name: x\nfiles:\n  - name: a\n    file_type: " + fileType + "\n");
+    const auto project = x->open("name: x\nfiles:\n  - name: a\n    file_type: " + fileType + "\n");
 
     QCOMPARE(project->files().size(), 1);
     QCOMPARE(project->files().first().type, kind);
@@ -167,7 +104,7 @@ void TestProjectEdam::kindsFollowTheSuffixWithoutAFileType_data()
 void TestProjectEdam::kindsFollowTheSuffixWithoutAFileType()
 {
     QFETCH(QString, name);
-    const auto project = open("name: x\nfiles:\n  - name: " + name.toUtf8() + "\n");
+    const auto project = x->open("name: x\nfiles:\n  - name: " + name.toUtf8() + "\n");
     QTEST(project->files().first().type, "kind");
 }
 
@@ -194,9 +131,9 @@ void TestProjectEdam::pathsAreRelativeToTheProjectFile()
 {
     QFETCH(QString, name);
     QFETCH(QString, path);
-    path.replace("%1", directory->path());
+    path.replace("%1", x->directory.path());
 
-    const auto project = open("name: x\nfiles:\n  - name: '" + name.toUtf8() + "'\n");
+    const auto project = x->open("name: x\nfiles:\n  - name: '" + name.toUtf8() + "'\n");
 
     QCOMPARE(project->files().first().path, path);
     QCOMPARE(project->file(name).path, path);
@@ -224,7 +161,7 @@ void TestProjectEdam::topLevelTakesEveryForm()
     QFETCH(QByteArray, text);
     QFETCH(QString, top);
 
-    const auto project = open("name: x\n" + text);
+    const auto project = x->open("name: x\n" + text);
 
     QCOMPARE(project->top(), top);
     QCOMPARE(project->designInfo().contains(DesignInfo::Top), !top.isEmpty());
@@ -235,13 +172,13 @@ void TestProjectEdam::topLevelTakesEveryForm()
 
 void TestProjectEdam::fileRecordSaysWhatTheProjectKnows()
 {
-    const auto project = open("name: x\nfiles:\n"
-                              "  - name: inc/a.vh\n    file_type: verilogSource\n"
-                              "    is_include_file: true\n    include_path: inc\n"
-                              "  - name: b.vhd\n    file_type: vhdlSource-93\n"
-                              "    logical_name: lib\n"
-                              "  - name: c.v\n    define: {WIDTH: 8, FAST: true, EMPTY: }\n"
-                              "tool_options: {workbench: {disabled_files: [b.vhd]}}\n");
+    const auto project = x->open("name: x\nfiles:\n"
+                                 "  - name: inc/a.vh\n    file_type: verilogSource\n"
+                                 "    is_include_file: true\n    include_path: inc\n"
+                                 "  - name: b.vhd\n    file_type: vhdlSource-93\n"
+                                 "    logical_name: lib\n"
+                                 "  - name: c.v\n    define: {WIDTH: 8, FAST: true, EMPTY: }\n"
+                                 "tool_options: {workbench: {disabled_files: [b.vhd]}}\n");
 
     const TE::DesignFile header = project->file("inc/a.vh");
     QCOMPARE(header.type, 2);
@@ -250,7 +187,7 @@ void TestProjectEdam::fileRecordSaysWhatTheProjectKnows()
              (QVariantMap{{"name", "inc/a.vh"},
                           {"file_type", "verilogSource"},
                           {"is_include_file", true},
-                          {"include_path", directory->path() + "/inc"}}));
+                          {"include_path", x->directory.path() + "/inc"}}));
     const TE::DesignFile vhdl = project->file("b.vhd");
     QCOMPARE(vhdl.type, 4);
     QVERIFY(!vhdl.enable);
@@ -261,7 +198,7 @@ void TestProjectEdam::fileRecordSaysWhatTheProjectKnows()
 
 void TestProjectEdam::recordOfAnUnknownFileIsEmpty()
 {
-    const auto project = open("name: x\nfiles: [{name: a.v}]\n");
+    const auto project = x->open("name: x\nfiles: [{name: a.v}]\n");
     const TE::DesignFile file = project->file("b.v");
     QCOMPARE(file.path, QString());
     QCOMPARE(file.type, 0);
@@ -271,17 +208,17 @@ void TestProjectEdam::recordOfAnUnknownFileIsEmpty()
 
 void TestProjectEdam::firstOfTwoEntriesIsTheRecord()
 {
-    const auto project = open("name: x\nfiles:\n  - {name: a.v}\n  - {name: ./a.v, "
-                              "file_type: user}\n");
+    const auto project = x->open("name: x\nfiles:\n  - {name: a.v}\n  - {name: ./a.v, "
+                                 "file_type: user}\n");
     QCOMPARE(project->files().size(), 2);
     QCOMPARE(project->file("a.v").type, 2);
 }
 
 void TestProjectEdam::optionsAreRead()
 {
-    const auto project = open("name: x\ntool_options:\n  icestorm: {pnr: next}\n  workbench:\n"
-                              "    Synthesize_tool: Synplify\n    IncludePath: [inc, /abs]\n"
-                              "    Verilog_Standard: 2001\n    Empty:\n");
+    const auto project = x->open("name: x\ntool_options:\n  icestorm: {pnr: next}\n  workbench:\n"
+                                 "    Synthesize_tool: Synplify\n    IncludePath: [inc, /abs]\n"
+                                 "    Verilog_Standard: 2001\n    Empty:\n");
 
     QCOMPARE(project->option("Synthesize_tool"), QVariant("Synplify"));
     QCOMPARE(project->option("IncludePath"), QVariant(QStringList({"inc", "/abs"})));
@@ -292,126 +229,13 @@ void TestProjectEdam::optionsAreRead()
     QCOMPARE(project->designInfo().value(DesignInfo::VerilogStandard), QVariant("2001"));
 }
 
-void TestProjectEdam::designInfoHoldsSourcesInOrder()
-{
-    const auto project = open("name: x\nfiles:\n  - {name: z.v}\n  - {name: a.sv}\n"
-                              "  - {name: m.vhd}\n");
-    const QMap<QString, QVariant> info = project->designInfo();
-
-    QCOMPARE(info.keys(), QStringList("Files"));
-    QCOMPARE(pathsIn(info),
-             QStringList({directory->filePath("z.v"), directory->filePath("a.sv"),
-                          directory->filePath("m.vhd")}));
-    const QVariantList files = info.value(DesignInfo::Files).toList();
-    QCOMPARE(files.at(0).toMap(), (QVariantMap{{"Path", directory->filePath("z.v")}, {"Type", 2}}));
-    QCOMPARE(files.at(1).toMap().value(DesignInfo::Type), QVariant(3));
-    QCOMPARE(files.at(2).toMap().value(DesignInfo::Type), QVariant(4));
-}
-
-void TestProjectEdam::designInfoLeavesOutWhatIsNotCompiled()
-{
-    const auto project =
-        open("name: x\nfiles:\n  - {name: a.v}\n  - {name: off.v}\n"
-             "  - {name: h.vh, is_include_file: true}\n  - {name: c.sdc, file_type: SDC}\n"
-             "  - {name: x.molk, file_type: user}\n"
-             "tool_options: {workbench: {disabled_files: [./off.v]}}\n");
-    QCOMPARE(pathsIn(project->designInfo()), QStringList(directory->filePath("a.v")));
-}
-
-void TestProjectEdam::designInfoHoldsPerFileSettings()
-{
-    const auto project = open("name: x\nfiles:\n  - name: a.vhd\n    file_type: vhdlSource-2008\n"
-                              "    logical_name: lib\n  - name: b.v\n    define: {N: '0x10'}\n");
-    const QVariantList files = project->designInfo().value(DesignInfo::Files).toList();
-
-    QCOMPARE(files.at(0).toMap().value(DesignInfo::Library), QVariant("lib"));
-    QCOMPARE(files.at(0).toMap().value(DesignInfo::Standard), QVariant("2008"));
-    QCOMPARE(files.at(1).toMap().value(DesignInfo::Defines).toMap(), (QVariantMap{{"N", "0x10"}}));
-    QVERIFY(!files.at(1).toMap().contains(DesignInfo::Library));
-}
-
-void TestProjectEdam::includePathComesFromOptionsThenFiles()
-{
-    const auto project = open("name: x\nfiles:\n"
-                              "  - {name: one/a.vh, is_include_file: true}\n"
-                              "  - {name: two/sub/b.vh, is_include_file: yes, include_path: two}\n"
-                              "  - {name: one/c.vh, is_include_file: true}\n"
-                              "  - {name: off/d.vh, is_include_file: true}\n"
-                              "  - {name: no/e.vh, is_include_file: false, include_path: no}\n"
-                              "tool_options:\n  workbench:\n    IncludePath: [inc, /abs, two]\n"
-                              "    disabled_files: [off/d.vh]\n");
-
-    const QString base = directory->path();
-    QCOMPARE(project->designInfo().value(DesignInfo::IncludePath),
-             QVariant(QStringList({base + "/inc", "/abs", base + "/two", base + "/one"})));
-}
-
-void TestProjectEdam::parametersAreSortedByTheirType()
-{
-    const auto project = open("name: x\nparameters:\n"
-                              "  D: {datatype: str, default: text, paramtype: vlogdefine}\n"
-                              "  FLAG: {datatype: bool, default: true, paramtype: vlogdefine}\n"
-                              "  P: {datatype: int, default: 5, paramtype: vlogparam}\n"
-                              "  G: {datatype: int, default: 6, paramtype: generic}\n"
-                              "  A: {datatype: int, default: 7, paramtype: plusarg}\n"
-                              "  C: {datatype: int, default: 8, paramtype: cmdlinearg}\n"
-                              "  N: {datatype: int, paramtype: vlogparam}\n");
-    const QMap<QString, QVariant> info = project->designInfo();
-
-    QCOMPARE(info.value(DesignInfo::Defines).toMap(), (QVariantMap{{"D", "text"}, {"FLAG", "1"}}));
-    QCOMPARE(info.value(DesignInfo::Parameters).toMap(), (QVariantMap{{"P", 5}}));
-    QCOMPARE(info.value(DesignInfo::Generics).toMap(), (QVariantMap{{"G", 6}}));
-}
-
-void TestProjectEdam::parameterValuesHaveTheirTypes_data()
-{
-    QTest::addColumn<QByteArray>("dataType");
-    QTest::addColumn<QByteArray>("value");
-    QTest::addColumn<QVariant>("expected");
-
-    QTest::newRow("int") << QByteArray("int") << QByteArray("-5") << QVariant(qlonglong(-5));
-    QTest::newRow("hex") << QByteArray("int") << QByteArray("0x1F") << QVariant(qlonglong(31));
-    QTest::newRow("int-as-text") << QByteArray("str") << QByteArray("5") << QVariant("5");
-    QTest::newRow("quoted") << QByteArray("int") << QByteArray("\"5\"") << QVariant("5");
-    QTest::newRow("true") << QByteArray("bool") << QByteArray("true") << QVariant(true);
-    QTest::newRow("off") << QByteArray("bool") << QByteArray("off") << QVariant(false);
-    QTest::newRow("one-as-bool") << QByteArray("bool") << QByteArray("1") << QVariant(true);
-    QTest::newRow("true-as-text") << QByteArray("str") << QByteArray("true") << QVariant("true");
-    QTest::newRow("real") << QByteArray("real") << QByteArray("2.5") << QVariant(2.5);
-    QTest::newRow("verilog-number")
-        << QByteArray("int") << QByteArray("8'hFF") << QVariant("8'hFF");
-    QTest::newRow("file") << QByteArray("file") << QByteArray("a.hex") << QVariant("a.hex");
-    QTest::newRow("huge") << QByteArray("int") << QByteArray("99999999999999999999x")
-                          << QVariant("99999999999999999999x");
-}
-
-void TestProjectEdam::parameterValuesHaveTheirTypes()
-{
-    QFETCH(QByteArray, dataType);
-    QFETCH(QByteArray, value);
-    QFETCH(QVariant, expected);
-
-    const auto project = open("name: x\nparameters:\n  P:\n    datatype: " + dataType
-                              + "\n    default: " + value + "\n    paramtype: vlogparam\n");
-
-    const QVariant found = project->designInfo().value(DesignInfo::Parameters).toMap().value("P");
-    QCOMPARE(found.userType(), expected.userType());
-    QCOMPARE(found, expected);
-}
-
-void TestProjectEdam::readyNetlistIsPassedOn()
-{
-    const auto project = open("name: x\nfiles:\n  - {name: out.json, file_type: yosysNetlist}\n");
-    QCOMPARE(pathsIn(project->designInfo()), QStringList(directory->filePath("out.json")));
-}
-
 void TestProjectEdam::aliasesAreFollowed()
 {
-    const auto project = open("name: &n soc\ntoplevel: *n\nfiles:\n"
-                              "  - &first {name: a.v, file_type: &t systemVerilogSource}\n"
-                              "  - {name: b.v, file_type: *t}\n  - *first\n"
-                              "cores: {x: &list [a.v]}\n"
-                              "tool_options: {workbench: {disabled_files: *list}}\n");
+    const auto project = x->open("name: &n soc\ntoplevel: *n\nfiles:\n"
+                                 "  - &first {name: a.v, file_type: &t systemVerilogSource}\n"
+                                 "  - {name: b.v, file_type: *t}\n  - *first\n"
+                                 "cores: {x: &list [a.v]}\n"
+                                 "tool_options: {workbench: {disabled_files: *list}}\n");
 
     QCOMPARE(project->top(), QString("soc"));
     QCOMPARE(project->files().size(), 3);
@@ -422,171 +246,19 @@ void TestProjectEdam::aliasesAreFollowed()
 
 void TestProjectEdam::byteOrderMarkAndCarriageReturnsAreTaken()
 {
-    const auto project = open("\xEF\xBB\xBF# made by hand\r\nname: x\r\nfiles:\r\n"
-                              "  - name: a.v\r\n    file_type: verilogSource\r\n");
+    const auto project = x->open("\xEF\xBB\xBF# made by hand\r\nname: x\r\nfiles:\r\n"
+                                 "  - name: a.v\r\n    file_type: verilogSource\r\n");
     QCOMPARE(project->name(), QString("x"));
-    QCOMPARE(project->files().first().path, directory->filePath("a.v"));
+    QCOMPARE(project->files().first().path, x->in("a.v"));
     QCOMPARE(project->files().first().type, 2);
 }
 
 void TestProjectEdam::jsonIsTaken()
 {
-    const auto project = open("{\"name\": \"x\", \"toplevel\": \"t\",\n"
-                              " \"files\": [{\"name\": \"a.v\", \"is_include_file\": false}]}");
+    const auto project = x->open("{\"name\": \"x\", \"toplevel\": \"t\",\n"
+                                 " \"files\": [{\"name\": \"a.v\", \"is_include_file\": false}]}");
     QCOMPARE(project->top(), QString("t"));
     QCOMPARE(project->files().size(), 1);
-}
-
-void TestProjectEdam::faultsNameFileLineAndKey_data()
-{
-    QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<QString>("message");
-
-    const auto row = [](const char *what, const QByteArray &text, const QString &message) {
-        QTest::newRow(what) << text << message;
-    };
-    row("empty", "", ": document: is not a map");
-    row("list", "- a\n", ":1: document: is not a map");
-    row("text", "hello\n", ":1: document: is not a map");
-    row("no-name", "files: []\n", ":1: name: is missing");
-    row("empty-name", "name: ''\n", ":1: name: is missing");
-    row("name-is-list", "name: [a]\n", ":1: name: is not a text");
-    row("top-is-map", "name: x\ntoplevel: {a: b}\n", ":2: toplevel: is neither a text nor a list");
-    row("top-of-maps", "name: x\ntoplevel:\n  - a\n  - {b: c}\n", ":4: toplevel[1]: is not a text");
-    row("files-is-map", "name: x\nfiles: {a: b}\n", ":2: files: is not a list");
-    row("files-is-text", "name: x\nfiles: a.v\n", ":2: files: is not a list");
-    row("file-is-text", "name: x\nfiles:\n  - a.v\n", ":3: files[0]: is not a map");
-    row("file-is-null", "name: x\nfiles:\n  - ~\n", ":3: files[0]: is not a map");
-    row("file-without-name", "name: x\nfiles:\n  - {name: a.v}\n  - file_type: user\n",
-        ":4: files[1].name: is missing");
-    row("file-name-is-list", "name: x\nfiles:\n  - name: [a]\n",
-        ":3: files[0].name: is not a text");
-    row("file-type-is-map", "name: x\nfiles:\n  - name: a.v\n    file_type: {a: b}\n",
-        ":4: files[0].file_type: is not a text");
-    row("include-flag", "name: x\nfiles:\n  - name: a.v\n    is_include_file: maybe\n",
-        ":4: files[0].is_include_file: is neither true nor false");
-    row("include-flag-quoted", "name: x\nfiles:\n  - name: a.v\n    is_include_file: 'true'\n",
-        ":4: files[0].is_include_file: is neither true nor false");
-    row("include-path", "name: x\nfiles:\n  - name: a.v\n    include_path: [b]\n",
-        ":4: files[0].include_path: is not a text");
-    row("define", "name: x\nfiles:\n  - name: a.v\n    define: [b]\n",
-        ":4: files[0].define: is not a map");
-    row("define-value", "name: x\nfiles:\n  - name: a.v\n    define:\n      A: {b: c}\n",
-        ":5: files[0].define.A: is not a text");
-    row("parameters", "name: x\nparameters: [a]\n", ":2: parameters: is not a map");
-    row("parameter", "name: x\nparameters:\n  P: 5\n", ":3: parameters.P: is not a map");
-    row("default", "name: x\nparameters:\n  P:\n    default: [1]\n",
-        ":4: parameters.P.default: is not a single value");
-    row("tools", "name: x\ntool_options: [a]\n", ":2: tool_options: is not a map");
-    row("workbench", "name: x\ntool_options:\n  workbench: on\n",
-        ":3: tool_options.workbench: is not a map");
-    row("include-option", "name: x\ntool_options:\n  workbench:\n    IncludePath: inc\n",
-        ":4: tool_options.workbench.IncludePath: is not a list");
-    row("option-is-map", "name: x\ntool_options:\n  workbench:\n    A: {b: c}\n",
-        ":4: tool_options.workbench.A: is neither a text nor a list");
-    row("option-of-lists", "name: x\ntool_options:\n  workbench:\n    A: [[b]]\n",
-        ":4: tool_options.workbench.A[0]: is not a text");
-    row("disabled", "name: x\ntool_options:\n  workbench:\n    disabled_files: a.v\n",
-        ":4: tool_options.workbench.disabled_files: is not a list");
-    row("repeated-key", "name: x\nfiles: []\nname: y\n",
-        ":3: name: stands here for the second time");
-    row("repeated-key-in-file", "name: x\nfiles:\n  - name: a.v\n    name: b.v\n",
-        ":4: files[0].name: stands here for the second time");
-    row("repeated-parameter", "name: x\nparameters:\n  P: {default: 1}\n  P: {default: 2}\n",
-        ":4: parameters.P: stands here for the second time");
-    row("syntax", "name: x\nfiles: [a\n", ":3: end of sequence flow not found");
-    row("alias", "name: *x\n", ":1: the referenced anchor is not defined");
-    row("self-containing-files", "name: x\nfiles: &f [*f]\n", ":2: files[0]: is not a map");
-}
-
-void TestProjectEdam::faultsNameFileLineAndKey()
-{
-    QFETCH(QByteArray, text);
-    QFETCH(QString, message);
-
-    QStringList errors;
-    const QString path = write(text);
-    QVERIFY(!EdamProject::open(path, &errors));
-    QCOMPARE(errors, QStringList(path + message));
-}
-
-void TestProjectEdam::allFaultsAreReported()
-{
-    QStringList errors;
-    const QString path = write("files:\n  - a.v\n  - {file_type: user}\ntoplevel: {}\n");
-
-    QVERIFY(!EdamProject::open(path, &errors));
-
-    QCOMPARE(
-        errors,
-        QStringList({path + ":1: name: is missing",
-                     path + ":4: toplevel: is neither a text nor a list",
-                     path + ":2: files[0]: is not a map", path + ":3: files[1].name: is missing"}));
-}
-
-void TestProjectEdam::unreadableFilesAreRefused_data()
-{
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<QString>("message");
-
-    QTest::newRow("missing") << "/nowhere/a.eda.yml"
-                             << ": the file does not exist";
-    QTest::newRow("directory") << "/"
-                               << ": it is not a regular file";
-    QTest::newRow("device") << "/dev/null"
-                            << ": it is not a regular file";
-}
-
-void TestProjectEdam::unreadableFilesAreRefused()
-{
-    QFETCH(QString, path);
-    QFETCH(QString, message);
-    QStringList errors;
-    QVERIFY(!EdamProject::open(path, &errors));
-    QCOMPARE(errors, QStringList(path + message));
-}
-
-void TestProjectEdam::newerVersionIsAWarning()
-{
-    QStringList errors;
-    QStringList warnings;
-    const QString path = write("name: x\nversion: 1.0.0\n");
-
-    QVERIFY(EdamProject::open(path, &errors, &warnings));
-
-    QCOMPARE(errors, QStringList());
-    QCOMPARE(warnings,
-             QStringList(path + ":2: version: is 1.0.0, what is newer than 0 may be misread"));
-    QVERIFY(EdamProject::open(path, &errors));
-}
-
-void TestProjectEdam::hooksAreNotRun()
-{
-    const QString mark = directory->filePath("ran");
-    const auto project = open("name: x\nhooks:\n  pre_build:\n    - name: h\n      cmd: [touch, "
-                              + mark.toUtf8() + "]\n");
-    QString error;
-    QVERIFY(project->setTop("t", &error));
-    QVERIFY(!QFile::exists(mark));
-}
-
-void TestProjectEdam::aliasBombIsRefusedOrHarmless()
-{
-    QByteArray text = "name: x\na0: &a0 [v, v, v, v, v, v, v, v, v, v]\n";
-    for (int i = 1; i < 15; ++i) {
-        const QByteArray last = "*a" + QByteArray::number(i - 1);
-        const QByteArray name = "a" + QByteArray::number(i);
-        text += name + ": &" + name + " [" + (last + ", ").repeated(9) + last + "]\n";
-    }
-    const auto project = open(text + "files: [{name: a.v}]\n");
-    QCOMPARE(project->files().size(), 1);
-
-    QString error;
-    QVERIFY(!project->setTop("t", &error));
-    QCOMPARE(error,
-             QString("The project file repeats parts through anchors in a way that cannot "
-                     "be changed here."));
-    QCOMPARE(project->top(), QString());
 }
 
 void TestProjectEdam::manyFilesAreReadInLinearTime()
@@ -598,7 +270,7 @@ void TestProjectEdam::manyFilesAreReadInLinearTime()
         text += "  - name: " + name + "\n    file_type: verilogSource\n";
         disabled += "      - " + name + "\n";
     }
-    const auto project = open(text + disabled);
+    const auto project = x->open(text + disabled);
 
     QCOMPARE(project->files().size(), 20000);
     for (int i = 0; i < 20000; i += 1)

@@ -7,17 +7,13 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include <memory>
-
 using Standin::EdamProject;
 
-class TestProjectEditing : public QObject
+class TestProjectEditing : public ProjectTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { x = std::make_unique<ProjectFixture>(); }
-    void cleanup() { x.reset(); }
     void fileIsAdded();
     void addedFileGetsTheTypeOfItsSuffix_data();
     void addedFileGetsTheTypeOfItsSuffix();
@@ -45,9 +41,6 @@ private slots:
     void aMoveToItselfIsNone();
     void severalOptionsAreSetWithOneWrite();
     void optionsThatAreSoAlreadyStayQuiet();
-
-private:
-    std::unique_ptr<ProjectFixture> x;
 };
 
 void TestProjectEditing::fileIsAdded()

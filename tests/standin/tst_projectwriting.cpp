@@ -7,17 +7,13 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include <memory>
-
 using Standin::EdamProject;
 
-class TestProjectWriting : public QObject
+class TestProjectWriting : public ProjectTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { x = std::make_unique<ProjectFixture>(); }
-    void cleanup() { x.reset(); }
     void everythingUnknownIsKept();
     void headCommentsAreKept();
     void failedWriteChangesNothing();
@@ -31,9 +27,6 @@ private slots:
     void savingElsewhereKeepsTheFiles();
     void hostileNamesSurvive();
     void changesInMemoryAreKnown();
-
-private:
-    std::unique_ptr<ProjectFixture> x;
 };
 
 void TestProjectWriting::everythingUnknownIsKept()
