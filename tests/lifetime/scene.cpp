@@ -10,6 +10,7 @@
 #include "molkoptionwidget.h"
 #include "molkviewmanager.h"
 #include "probeportsoptionwidget.h"
+#include "signalitems.h"
 
 #include "dev/devicearg.h"
 
@@ -45,14 +46,6 @@ void Scene::shutDownPlugin()
     isUp = false;
 }
 
-static SignalItem netItem(const QString &name)
-{
-    SignalItem item;
-    item.name = name;
-    item.kind = 0;
-    return item;
-}
-
 static void writeClocks(const QString &file, const Configuration &configuration,
                         const QString &clock)
 {
@@ -63,8 +56,8 @@ static void writeClocks(const QString &file, const Configuration &configuration,
             core->addProbeIn(port);
         for (int port = 1; port < configuration.probeOuts; ++port)
             core->addProbeOut(port);
-        core->getProbeIn(0)->setSignalNet({netItem("top/clk"), netItem("top/u0/ready")});
-        core->getProbeOut(0)->setSignalNet({netItem(QString("top/driven_%1").arg(i))});
+        core->getProbeIn(0)->setSignalNet({net("top/clk"), net("top/u0/ready")});
+        core->getProbeOut(0)->setSignalNet({net(QString("top/driven_%1").arg(i))});
         core->setUserClockName(QString("%1 %2").arg(clock).arg(i));
         cores.append(core);
     }
@@ -169,7 +162,7 @@ QStringList Scene::savedEdits()
 {
     for (MolkCore *core : qAsConst(documentOf(view)->cores)) {
         if (core->getAvailableProbeIns().isEmpty() && core->getAvailableProbeOuts().isEmpty())
-            core->getProbeIn(0)->setSignalNet({netItem("top/clk")});
+            core->getProbeIn(0)->setSignalNet({net("top/clk")});
     }
     if (!documentOf(view)->saveFile())
         failures.append("the view can't be saved");

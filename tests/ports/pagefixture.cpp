@@ -11,28 +11,6 @@
 
 using namespace MOLK;
 
-SignalItem net(const QString &name)
-{
-    SignalItem item;
-    item.name = name;
-    item.kind = 0;
-    return item;
-}
-
-SignalItem bus(const QString &name, int width)
-{
-    SignalItem item;
-    item.name = QString("%1[%2:0]").arg(name).arg(width - 1);
-    item.kind = 1;
-    for (int bit = width - 1; bit >= 0; --bit) {
-        SignalItem member;
-        member.name = QString("%1[%2]").arg(name).arg(bit);
-        member.kind = 1;
-        item.members.append(member);
-    }
-    return item;
-}
-
 std::unique_ptr<MolkCore> makeCore(const QList<QList<SignalItem>> &probeIns,
                                    const QList<QList<SignalItem>> &probeOuts)
 {

@@ -8,17 +8,12 @@
 #include "molkcore.h"
 #include "molkoptionwidget.h"
 #include "probeportsoptionwidget.h"
+#include "signalitems.h"
 
 #include <QTreeWidget>
 
 #include <functional>
 #include <memory>
-
-/// A single net that may be chosen.
-MOLK::SignalItem net(const QString &name);
-
-/// A bus \a name[width-1:0] of \a width bits, all of which may be chosen.
-MOLK::SignalItem bus(const QString &name, int width);
 
 /// Signals of these widths: single nets, and buses where there is more than one bit.
 QList<MOLK::SignalItem> signalsOfWidths(const QList<int> &widths);

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 #include "designs.h"
-#include "items.h"
 #include "searchfixture.h"
+#include "signalitems.h"
 
 #include "netlistguard.h"
 #include "signaldisplay.h"

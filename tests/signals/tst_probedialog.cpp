@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 
 #include "designs.h"
-#include "items.h"
 #include "literalset.h"
 #include "searchfixture.h"
+#include "signalitems.h"
 
 #include "netlistguard.h"
 #include "probedialog.h"

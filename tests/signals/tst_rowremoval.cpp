@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: The project's authors
 // SPDX-License-Identifier: MIT
 
-#include "items.h"
 #include "randomitems.h"
+#include "signalitems.h"
 
 #include "rowremoval.h"
 #include "signaltree.h"

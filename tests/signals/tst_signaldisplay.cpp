@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: The project's authors
 // SPDX-License-Identifier: MIT
 
-#include "items.h"
 #include "literalrows.h"
 #include "randomitems.h"
+#include "signalitems.h"
 
 #include "signaldisplay.h"
 

@@ -3,9 +3,9 @@
 
 #include "alikenames.h"
 #include "blockcount.h"
-#include "items.h"
 #include "literalset.h"
 #include "randomitems.h"
+#include "signalitems.h"
 
 #include "namepositions.h"
 #include "signalset.h"

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: The project's authors
 // SPDX-License-Identifier: MIT
 
-#include "items.h"
 #include "literalrows.h"
+#include "signalitems.h"
 
 #include "signaltree.h"
 #include "signaltreewidget.h"

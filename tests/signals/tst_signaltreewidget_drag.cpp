@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The project's authors
 // SPDX-License-Identifier: MIT
 
-#include "items.h"
+#include "signalitems.h"
 
 #include "probedialog.h"
 #include "probein.h"

@@ -5,6 +5,7 @@
 #include "molkcore.h"
 #include "molkfile.h"
 #include "saving.h"
+#include "signalitems.h"
 #include "testwidgetsmain.h"
 #include "viewtest.h"
 
@@ -176,9 +177,7 @@ void tst_MolkViewClose::viewMayGoWhileItReportsAFailedWrite()
 void tst_MolkViewClose::viewMayGoWithTheFocusInAValue()
 {
     QList<MolkCore *> cores = {coreWatching(0, "top/clk")};
-    SignalItem item;
-    item.name = "top/rst";
-    cores.first()->getProbeOut(0)->setSignalNet({item});
+    cores.first()->getProbeOut(0)->setSignalNet({net("top/rst")});
     file = bench->path("a.molk");
     QVERIFY(writeMOLKConfigToXml(cores, file));
     qDeleteAll(cores);

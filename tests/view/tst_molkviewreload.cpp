@@ -8,6 +8,7 @@
 #include "molkfile.h"
 #include "molkoptionwidget.h"
 #include "probedialog.h"
+#include "signalitems.h"
 #include "testwidgetsmain.h"
 #include "treelines.h"
 #include "viewtest.h"
@@ -307,9 +308,7 @@ void tst_MolkViewReload::lineWithTheFocusMayGoInAReload()
     QFETCH(bool, tooWide);
     file = bench->path("a.molk");
     const QList<MolkCore *> cores = {coreWatching(0, "top/clk")};
-    SignalItem item;
-    item.name = "top/rst";
-    cores.first()->getProbeOut(0)->setSignalNet({item});
+    cores.first()->getProbeOut(0)->setSignalNet({net("top/rst")});
     QVERIFY(writeMOLKConfigToXml(cores, file));
     qDeleteAll(cores);
     QVERIFY(showFile(file));

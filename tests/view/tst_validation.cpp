@@ -5,6 +5,7 @@
 #include "blockcount.h"
 #include "literalvalidation.h"
 #include "molkcore.h"
+#include "signalitems.h"
 #include "testmain.h"
 #include "validation.h"
 
@@ -90,28 +91,6 @@ public:
 
 } // namespace
 
-static SignalItem single(const QString &name)
-{
-    SignalItem item;
-    item.name = name;
-    item.kind = 0;
-    return item;
-}
-
-static SignalItem bus(const QString &name, int width)
-{
-    SignalItem item;
-    item.name = QString("%1[%2:0]").arg(name).arg(width - 1);
-    item.kind = 1;
-    for (int i = width - 1; i >= 0; --i) {
-        SignalItem bit;
-        bit.name = QString("%1[%2]").arg(name).arg(i);
-        bit.kind = 1;
-        item.members.append(bit);
-    }
-    return item;
-}
-
 static ProbeOut *drive(MolkCore *core, int port, const QList<SignalItem> &items)
 {
     while (core->getAllProbeOuts().size() <= port)
@@ -142,7 +121,7 @@ void tst_Validation::furtherCoresAreJudged()
 {
     Cores cores;
     cores.add();
-    cores.add()->getProbeIn(0)->setSignalNet({single("a")});
+    cores.add()->getProbeIn(0)->setSignalNet({net("a")});
     cores.add();
 
     QCOMPARE(cores.faults(), QStringList({"Molk 0: " + noPort, "Molk 2: " + noPort}));
@@ -151,7 +130,7 @@ void tst_Validation::furtherCoresAreJudged()
 void tst_Validation::oneProbeInIsEnough()
 {
     Cores cores;
-    cores.add()->getProbeIn(0)->setSignalNet({single("a")});
+    cores.add()->getProbeIn(0)->setSignalNet({net("a")});
 
     QCOMPARE(cores.faults(), QStringList());
 }
@@ -159,7 +138,7 @@ void tst_Validation::oneProbeInIsEnough()
 void tst_Validation::oneProbeOutIsEnough()
 {
     Cores cores;
-    drive(cores.add(), 0, {single("a")});
+    drive(cores.add(), 0, {net("a")});
 
     QCOMPARE(cores.faults(), QStringList());
 }
@@ -205,7 +184,7 @@ void tst_Validation::clockIsJudged()
     const std::unique_ptr<FATHOM::RtlNetlist> netlist(builder.build());
     Cores cores;
     MolkCore *core = cores.add();
-    core->getProbeIn(0)->setSignalNet({single("a")});
+    core->getProbeIn(0)->setSignalNet({net("a")});
     core->useUserClock = true;
     core->setUserClockName(clock);
 
@@ -217,7 +196,7 @@ void tst_Validation::clockWithoutNetlistIsMissing()
 {
     Cores cores;
     MolkCore *core = cores.add();
-    core->getProbeIn(0)->setSignalNet({single("a")});
+    core->getProbeIn(0)->setSignalNet({net("a")});
     core->useUserClock = true;
     core->setUserClockName("top/clk");
 
@@ -230,7 +209,7 @@ void tst_Validation::unusedClockIsNotLookedAt()
     const CountingNetlist netlist;
     Cores cores;
     MolkCore *core = cores.add();
-    core->getProbeIn(0)->setSignalNet({single("a")});
+    core->getProbeIn(0)->setSignalNet({net("a")});
     core->setUserClockName("nonsense");
 
     QCOMPARE(cores.faults(&netlist), QStringList());
@@ -252,8 +231,8 @@ void tst_Validation::emptyClockIsNotSearched()
 void tst_Validation::netDrivenByTwoCores()
 {
     Cores cores;
-    drive(cores.add(), 0, {single("top/a")});
-    drive(cores.add(), 2, {single("top/b"), single("top/a")});
+    drive(cores.add(), 0, {net("top/a")});
+    drive(cores.add(), 2, {net("top/b"), net("top/a")});
 
     QCOMPARE(cores.faults(),
              QStringList("ERROR:Signal \"top/a\" has multiple drivers(molk_0->Probe "
@@ -263,8 +242,8 @@ void tst_Validation::netDrivenByTwoCores()
 void tst_Validation::driversAreNamedByPosition()
 {
     Cores cores;
-    drive(cores.add(), 0, {single("a")});
-    drive(cores.add(), 0, {single("a")})->number = 5;
+    drive(cores.add(), 0, {net("a")});
+    drive(cores.add(), 0, {net("a")})->number = 5;
     cores.cores.at(0)->id = 8;
     cores.cores.at(1)->id = 9;
 
@@ -277,8 +256,8 @@ void tst_Validation::probeInIsNoDriver()
 {
     Cores cores;
     MolkCore *core = cores.add();
-    core->getProbeIn(0)->setSignalNet({single("a"), single("a")});
-    drive(core, 0, {single("a")});
+    core->getProbeIn(0)->setSignalNet({net("a"), net("a")});
+    drive(core, 0, {net("a")});
 
     QCOMPARE(cores.faults(), QStringList());
 }
@@ -287,7 +266,7 @@ void tst_Validation::busBitsAreSingleNets()
 {
     Cores cores;
     MolkCore *core = cores.add();
-    drive(core, 0, {single("q[1]")});
+    drive(core, 0, {net("q[1]")});
     drive(core, 1, {bus("q", 4)});
 
     QCOMPARE(cores.faults(),
@@ -299,7 +278,7 @@ void tst_Validation::busNameIsNoNet()
 {
     Cores cores;
     MolkCore *core = cores.add();
-    drive(core, 0, {single("q[3:0]")});
+    drive(core, 0, {net("q[3:0]")});
     drive(core, 1, {bus("q", 4)});
 
     QCOMPARE(cores.faults(), QStringList());
@@ -308,7 +287,7 @@ void tst_Validation::busNameIsNoNet()
 void tst_Validation::repeatOnOnePortIsNamedTwice()
 {
     Cores cores;
-    drive(cores.add(), 0, {single("a"), single("a")});
+    drive(cores.add(), 0, {net("a"), net("a")});
 
     QCOMPARE(cores.faults(),
              QStringList("ERROR:Signal \"a\" has multiple drivers(molk_0->Probe "
@@ -318,9 +297,9 @@ void tst_Validation::repeatOnOnePortIsNamedTwice()
 void tst_Validation::netsAreSortedByCodeUnits()
 {
     Cores cores;
-    const QList<SignalItem> items = {single("b"),     single("a"),   single(QString(QChar(0xe4))),
-                                     single("B"),     single("a/b"), single("a[1]"),
-                                     single("a[10]"), single("a[2]")};
+    const QList<SignalItem> items = {net("b"),     net("a"),   net(QString(QChar(0xe4))),
+                                     net("B"),     net("a/b"), net("a[1]"),
+                                     net("a[10]"), net("a[2]")};
     drive(cores.add(), 0, items + items);
 
     QStringList names;
@@ -334,7 +313,7 @@ void tst_Validation::netsAreSortedByCodeUnits()
 void tst_Validation::placeMarksInANetStay()
 {
     Cores cores;
-    drive(cores.add(), 0, {single("%2"), single("%2")});
+    drive(cores.add(), 0, {net("%2"), net("%2")});
 
     QCOMPARE(cores.faults(),
              QStringList("ERROR:Signal \"%2\" has multiple drivers(molk_0->Probe "
@@ -345,11 +324,11 @@ void tst_Validation::linesStandInOrder()
 {
     Cores cores;
     MolkCore *first = cores.add();
-    drive(first, 0, {single("z"), single("a")});
+    drive(first, 0, {net("z"), net("a")});
     first->useUserClock = true;
     MolkCore *second = cores.add();
     second->useUserClock = true;
-    drive(cores.add(), 0, {single("a"), single("z")});
+    drive(cores.add(), 0, {net("a"), net("z")});
 
     QCOMPARE(cores.faults(),
              QStringList({"Molk 0: No synchronization clock specified", "Molk 1: " + noPort,
@@ -372,9 +351,9 @@ static QList<SignalItem> randomItems(QRandomGenerator &random)
 {
     QList<SignalItem> items;
     for (int n = int(random.bounded(5)); n > 0; --n) {
-        SignalItem item = single(randomName(random));
+        SignalItem item = net(randomName(random));
         for (int bits = int(random.bounded(4)) - 1; bits > 0; --bits)
-            item.members.append(single(randomName(random)));
+            item.members.append(net(randomName(random)));
         items.append(item);
     }
     return items;
@@ -417,7 +396,7 @@ void tst_Validation::namesThatAreAlikeToAHashAreToldApart()
 {
     QList<SignalItem> items;
     for (int i = 0; i < 4096; ++i)
-        items.append(single(alikeName(i)));
+        items.append(net(alikeName(i)));
     items.append(items.at(17));
     Cores cores;
     drive(cores.add(), 0, items);
@@ -448,7 +427,7 @@ void tst_Validation::costsGrowWithTheNames()
     const auto cost = [&shape](int names) {
         QList<SignalItem> items;
         for (int i = 0; i < names; ++i)
-            items.append(single(nameOfShape(shape, i)));
+            items.append(net(nameOfShape(shape, i)));
         Cores cores;
         drive(cores.add(), 0, items);
         const BlockCount counted;

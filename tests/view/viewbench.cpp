@@ -5,6 +5,7 @@
 
 #include "molkcore.h"
 #include "molkfile.h"
+#include "signalitems.h"
 
 #include "netlist/netlistbuilder.h"
 
@@ -25,13 +26,10 @@ FATHOM::RtlNetlist *benchNetlist()
     return builder.build();
 }
 
-MolkCore *coreWatching(int id, const QString &net)
+MolkCore *coreWatching(int id, const QString &name)
 {
     auto *core = new MolkCore(id);
-    SignalItem item;
-    item.name = net;
-    item.kind = 0;
-    core->getProbeIn(0)->setSignalNet({item});
+    core->getProbeIn(0)->setSignalNet({net(name)});
     return core;
 }
 

@@ -27,7 +27,7 @@ class MolkCore;
 FATHOM::RtlNetlist *benchNetlist();
 
 /// A new core with one single net at its first Probe In; owned by the caller.
-MOLK::MolkCore *coreWatching(int id, const QString &net);
+MOLK::MolkCore *coreWatching(int id, const QString &name);
 
 /// A host that serves a small design, and a directory with files for views on it.
 class ViewBench

@@ -8,6 +8,7 @@
 #include "molkfile.h"
 #include "pictures.h"
 #include "projectpanel.h"
+#include "signalitems.h"
 
 #include "host/host.h"
 #include "netlist/netlistbuilder.h"
@@ -67,10 +68,7 @@ QString WorkbenchFixture::makeFile(const QString &name, const QByteArray &conten
 QString WorkbenchFixture::makeConfiguration(const QString &name)
 {
     MOLK::MolkCore core(0);
-    MOLK::SignalItem clock;
-    clock.name = "chip/clk";
-    clock.kind = 0;
-    core.getProbeIn(0)->setSignalNet({clock});
+    core.getProbeIn(0)->setSignalNet({net("chip/clk")});
     if (!MOLK::writeMOLKConfigToXml({&core}, path(name)))
         qFatal("can't write %s", qPrintable(name));
     return path(name);
