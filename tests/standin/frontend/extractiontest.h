@@ -135,3 +135,14 @@ inline QStringList netLines(const FATHOM::RtlNetlist &netlist)
         lines.append(bus->fullBusName());
     return lines;
 }
+
+/// What of \a wanted isn't among \a lines.
+inline QStringList missing(const QStringList &lines, const QStringList &wanted)
+{
+    QStringList lacking;
+    for (const QString &line : wanted) {
+        if (!lines.contains(line))
+            lacking.append(line);
+    }
+    return lacking;
+}
