@@ -4,22 +4,19 @@
 #include "messagedlg.h"
 #include "modaldriver.h"
 #include "molkcore.h"
-#include "molkfile.h"
 #include "molkoptionwidget.h"
 #include "netlistguard.h"
 #include "privateaccess.h"
 #include "testwidgetsmain.h"
 #include "viewtest.h"
+#include "watchednetlist.h"
 
 #include "netlist/netlistbuilder.h"
 
 #include "fathom/hierachy.h"
 #include "fathom/rtlnetlist.h"
 
-#include <QCheckBox>
 #include <QDialogButtonBox>
-#include <QLineEdit>
-#include <QPointer>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTextEdit>
@@ -41,32 +38,6 @@ struct GetRtlModules
 };
 template struct PrivateAccess<GetRtlModules, &MolkView::getRtlModules>;
 
-namespace {
-
-// A netlist that counts itself.
-class WatchedNetlist : public FATHOM::RtlNetlist
-{
-public:
-    WatchedNetlist(const QString &topModule, int *count, bool jtag = false)
-        : netlist(Standin::NetlistBuilder(topModule).build())
-        , alive(count)
-    {
-        top = netlist->top;
-        usesJtag = jtag;
-        ++*alive;
-    }
-
-    ~WatchedNetlist() override { --*alive; }
-
-    FATHOM::RtlNet *findNet(const QString &name) const override { return netlist->findNet(name); }
-
-private:
-    std::unique_ptr<FATHOM::RtlNetlist> netlist;
-    int *alive;
-};
-
-} // namespace
-
 class tst_MolkViewNetlist : public ViewTest
 {
     Q_OBJECT
@@ -85,20 +56,9 @@ private slots:
     void missingNetlistIsRefusedInSilence();
     void missingTopMayBeNullOrEmpty();
     void readKeepsSignalsThatAreGone();
-
-    void saveDuringAReadKeepsTheModuleNames();
-    void viewMayGoWhileModulesAreRead();
-    void viewMayGoWhileNetsAreRead();
-    void viewMayGoWhileTheLogIsShown();
-    void viewMayGoWhileTheRefusalIsShown();
-    void readInsideAReadLeavesOneNetlist();
-
     void relativeIncludePathsBecomeAbsolute();
     void modulesServiceIsForwarded();
 };
-
-static const QStringList services = {"getSourceFileInfo", "catchRtlModules",
-                                     "catchRtlNetsWithProgressDialog"};
 
 void tst_MolkViewNetlist::goodDesignIsInstalledOnAllPages()
 {
@@ -142,7 +102,7 @@ void tst_MolkViewNetlist::noSourceFilesAskNoService()
 
     QVERIFY(!view->readRtlNetlist());
 
-    QCOMPARE(bench->host.callsOf(services), QStringList("getSourceFileInfo"));
+    QCOMPARE(bench->host.callsOf(netlistServices), QStringList("getSourceFileInfo"));
     QVERIFY(document()->netlist == nullptr);
 }
 
@@ -171,7 +131,7 @@ void tst_MolkViewNetlist::errorInTheLogShowsTheWholeLog()
 
     QVERIFY(!view->readRtlNetlist());
 
-    QCOMPARE(bench->host.callsOf(services),
+    QCOMPARE(bench->host.callsOf(netlistServices),
              QStringList({"getSourceFileInfo", "catchRtlModules top=top"}));
 }
 
@@ -319,104 +279,6 @@ void tst_MolkViewNetlist::readKeepsSignalsThatAreGone()
     const MolkCore *core = document()->cores.first();
     QCOMPARE(core->getProbeIn(0)->singleSignals(), QStringList("top/clk"));
     QVERIFY(core->getProbeIn(0)->getSignalNet().first().found);
-}
-
-void tst_MolkViewNetlist::saveDuringAReadKeepsTheModuleNames()
-{
-    QVERIFY(openCores());
-    QVERIFY(view->save());
-    child<QLineEdit>(view, "lineEditUserClock")->setText("top/clk");
-    ModalDriver driver;
-    bench->host.extraction().duringNetlist([&] {
-        QVERIFY(document()->netlist == nullptr);
-        QVERIFY(view->save());
-
-        child<QCheckBox>(view, "checkUserClock")->setChecked(true);
-        driver.expectDialog<QMessageBox>([](QMessageBox *box) {
-            QCOMPARE(box->detailedText(),
-                     QString("Molk 0: The output probe synchronizes with user clock does not "
-                             "exist"));
-            box->button(QMessageBox::Ok)->click();
-        });
-        QVERIFY(!view->save());
-    });
-
-    QVERIFY(view->readRtlNetlist());
-
-    const QList<MolkCore *> written = readMOLKConfigFromXml(file, nullptr, nullptr);
-    QCOMPARE(written.size(), 1);
-    QCOMPARE(written.first()->getModuleName(), QString("top"));
-    QCOMPARE(written.first()->getUserClockName(), QString("top/clk"));
-    qDeleteAll(written);
-    QVERIFY(view->save());
-}
-
-void tst_MolkViewNetlist::viewMayGoWhileModulesAreRead()
-{
-    QVERIFY(openCores());
-    bench->host.extraction().duringModules([&] { view.reset(); });
-    bench->host.clearCalls();
-
-    QVERIFY(!view->readRtlNetlist());
-
-    QVERIFY(!view);
-    QCOMPARE(bench->host.callsOf(services),
-             QStringList({"getSourceFileInfo", "catchRtlModules top=top"}));
-}
-
-void tst_MolkViewNetlist::viewMayGoWhileNetsAreRead()
-{
-    QVERIFY(openCores());
-    int alive = 0;
-    bench->host.extraction().queueNetlist(new WatchedNetlist("top", &alive));
-    bench->host.extraction().duringNetlist([&] { view.reset(); });
-
-    QVERIFY(!view->readRtlNetlist());
-
-    QVERIFY(!view);
-    QCOMPARE(alive, 0);
-}
-
-void tst_MolkViewNetlist::viewMayGoWhileTheLogIsShown()
-{
-    QVERIFY(openCores());
-    bench->host.extraction().queueModules({{"top"}, {"top"}, {"ERROR"}});
-    ModalDriver driver;
-    driver.expectDialog<MessageDlg>([&](MessageDlg *) { view.reset(); });
-
-    QVERIFY(!view->readRtlNetlist());
-
-    QVERIFY(!view);
-}
-
-void tst_MolkViewNetlist::viewMayGoWhileTheRefusalIsShown()
-{
-    QVERIFY(openCores());
-    bench->host.extraction().queueModules({{}, {}, {}});
-    ModalDriver driver;
-    driver.expectDialog<QMessageBox>([&](QMessageBox *) { view.reset(); });
-
-    QVERIFY(!view->readRtlNetlist());
-
-    QVERIFY(!view);
-}
-
-void tst_MolkViewNetlist::readInsideAReadLeavesOneNetlist()
-{
-    QVERIFY(openCores());
-    int alive = 0;
-    bench->host.serveDesign("top", [&] { return new WatchedNetlist("top", &alive); });
-    bench->host.extraction().duringNetlist([&] {
-        QVERIFY(view->readRtlNetlist());
-        QVERIFY(document()->netlist);
-    });
-
-    QVERIFY(view->readRtlNetlist());
-
-    QCOMPARE(alive, 1);
-    QVERIFY(document()->netlist);
-    view.reset();
-    QCOMPARE(alive, 0);
 }
 
 void tst_MolkViewNetlist::relativeIncludePathsBecomeAbsolute()
