@@ -1,19 +1,14 @@
 // SPDX-FileCopyrightText: The project's authors
 // SPDX-License-Identifier: MIT
 
-#include "alikenames.h"
-#include "blockcount.h"
-#include "literalvalidation.h"
 #include "molkcore.h"
 #include "signalitems.h"
 #include "testmain.h"
-#include "validation.h"
+#include "validationcores.h"
 
 #include "netlist/netlistbuilder.h"
 
 #include "fathom/rtlnetlist.h"
-
-#include <QRandomGenerator>
 
 #include <memory>
 
@@ -46,35 +41,9 @@ private slots:
     void netsAreSortedByCodeUnits();
     void placeMarksInANetStay();
     void linesStandInOrder();
-
-    void randomConfigurationsAreJudgedAsByThePlainWay();
-    void namesThatAreAlikeToAHashAreToldApart();
-    void costsGrowWithTheNames_data();
-    void costsGrowWithTheNames();
 };
 
 namespace {
-
-class Cores
-{
-public:
-    Cores() = default;
-    ~Cores() { qDeleteAll(cores); }
-    Q_DISABLE_COPY(Cores)
-
-    MolkCore *add()
-    {
-        cores.append(new MolkCore(cores.size()));
-        return cores.last();
-    }
-
-    QStringList faults(const FATHOM::RtlNetlist *netlist = nullptr) const
-    {
-        return configurationFaults(cores, netlist);
-    }
-
-    QList<MolkCore *> cores;
-};
 
 // Counts what it is asked for.
 class CountingNetlist : public FATHOM::RtlNetlist
@@ -90,14 +59,6 @@ public:
 };
 
 } // namespace
-
-static ProbeOut *drive(MolkCore *core, int port, const QList<SignalItem> &items)
-{
-    while (core->getAllProbeOuts().size() <= port)
-        core->addProbeOut(core->getAllProbeOuts().size());
-    core->getProbeOut(port)->setSignalNet(items);
-    return core->getProbeOut(port);
-}
 
 static const QString noPort = "At least one Probe In port or Probe Out port should be enabled";
 
@@ -337,106 +298,6 @@ void tst_Validation::linesStandInOrder()
                           "molk_2->Probe Out0,)",
                           "ERROR:Signal \"z\" has multiple drivers(molk_0->Probe Out0, "
                           "molk_2->Probe Out0,)"}));
-}
-
-static QString randomName(QRandomGenerator &random)
-{
-    static const QStringList names = {"",     "a",   "A",      "top/a", "top/A", "top/b",  "top/q",
-                                      "%1",   "%2",  "\"",     "q[1]",  "q[0]",  "q[1:0]", "top/",
-                                      "<b>a", "a b", "\u00e4", "z",     "clk",   "rst",    "none"};
-    return names.at(int(random.bounded(names.size())));
-}
-
-static QList<SignalItem> randomItems(QRandomGenerator &random)
-{
-    QList<SignalItem> items;
-    for (int n = int(random.bounded(5)); n > 0; --n) {
-        SignalItem item = net(randomName(random));
-        for (int bits = int(random.bounded(4)) - 1; bits > 0; --bits)
-            item.members.append(net(randomName(random)));
-        items.append(item);
-    }
-    return items;
-}
-
-void tst_Validation::randomConfigurationsAreJudgedAsByThePlainWay()
-{
-    Standin::NetlistBuilder builder("top");
-    builder.addNet(0, "a");
-    builder.addNet(0, "b", Standin::NoProbeIn);
-    const std::unique_ptr<FATHOM::RtlNetlist> netlist(builder.build());
-    int withFaults = 0;
-
-    for (quint32 seed = 0; seed < 5000; ++seed) {
-        QRandomGenerator random(seed);
-        Cores cores;
-        for (int n = int(random.bounded(5)); n > 0; --n) {
-            MolkCore *core = cores.add();
-            core->id = int(random.bounded(20));
-            core->useUserClock = random.bounded(2) == 1;
-            core->setUserClockName(randomName(random));
-            core->getProbeIn(0)->setSignalNet(randomItems(random));
-            for (int ports = int(random.bounded(4)); ports > 0; --ports)
-                drive(core, int(random.bounded(6)), randomItems(random));
-        }
-
-        const FATHOM::RtlNetlist *given = random.bounded(4) ? netlist.get() : nullptr;
-        const QStringList wanted = literalFaults(cores.cores, given);
-        if (cores.faults(given) != wanted)
-            QCOMPARE(cores.faults(given), QStringList(QString("seed %1").arg(seed)) + wanted);
-        withFaults += wanted.isEmpty() ? 0 : 1;
-    }
-
-    // Both kinds came up often.
-    QVERIFY(withFaults > 500);
-    QVERIFY(withFaults < 4900);
-}
-
-void tst_Validation::namesThatAreAlikeToAHashAreToldApart()
-{
-    QList<SignalItem> items;
-    for (int i = 0; i < 4096; ++i)
-        items.append(net(alikeName(i)));
-    items.append(items.at(17));
-    Cores cores;
-    drive(cores.add(), 0, items);
-
-    QCOMPARE(cores.faults(), literalFaults(cores.cores, nullptr));
-    QCOMPARE(cores.faults().size(), 1);
-}
-
-// Distinct names, names that were made to meet in a hash table, each name twice, one name for all.
-static QString nameOfShape(const QString &shape, int number)
-{
-    if (shape == "alike")
-        return alikeName(number);
-    return QString("top/q%1").arg(shape == "twice" ? number / 2 : shape == "one" ? 0 : number);
-}
-
-void tst_Validation::costsGrowWithTheNames_data()
-{
-    QTest::addColumn<QString>("shape");
-
-    for (const char *shape : {"distinct", "alike", "twice", "one"})
-        QTest::newRow(shape) << QString::fromLatin1(shape);
-}
-
-void tst_Validation::costsGrowWithTheNames()
-{
-    QFETCH(QString, shape);
-    const auto cost = [&shape](int names) {
-        QList<SignalItem> items;
-        for (int i = 0; i < names; ++i)
-            items.append(net(nameOfShape(shape, i)));
-        Cores cores;
-        drive(cores.add(), 0, items);
-        const BlockCount counted;
-        const QStringList faults = cores.faults();
-        return counted.blocks();
-    };
-    const qint64 small = cost(2048);
-    QVERIFY(small > 2048);
-    QVERIFY2(cost(20480) < 13 * small, "ten times the names cost more than 13 times as much");
 }
 
 MOLK_TEST_GUILESS_MAIN(tst_Validation)
