@@ -48,10 +48,13 @@ private:
 class Handler : public QUtil::IEventHandler
 {
 public:
-    Handler(const QString &handlerName, QStringList *list)
+    /// \param events names that it subscribes to, in this order.
+    Handler(const QString &handlerName, QStringList *list, const QStringList &events = {})
         : name(handlerName)
         , heard(list)
     {
+        for (const QString &event : events)
+            EventManager::instance()->subscribe(this, event);
     }
 
     ~Handler() override { EventManager::instance()->unsubscribeAll(this); }
@@ -121,11 +124,8 @@ void TestHostEvents::handlersHearInOrderOfSubscription()
 
 void TestHostEvents::handlersHearTheirNamesOnly()
 {
-    Handler a("a", &heard);
-    Handler b("b", &heard);
-    subscribe(a, "x");
-    subscribe(a, "y");
-    subscribe(b, "y");
+    Handler a("a", &heard, {"x", "y"});
+    Handler b("b", &heard, {"y"});
 
     send("x");
     send("y");
@@ -136,8 +136,7 @@ void TestHostEvents::handlersHearTheirNamesOnly()
 
 void TestHostEvents::namesAreCaseSensitive()
 {
-    Handler a("a", &heard);
-    subscribe(a, "TE.File.Add");
+    Handler a("a", &heard, {"TE.File.Add"});
 
     send("te.file.add");
 
@@ -177,11 +176,8 @@ void TestHostEvents::unsubscribingTwiceIsHarmless()
 
 void TestHostEvents::unsubscribeAllEndsEveryName()
 {
-    Handler a("a", &heard);
-    Handler b("b", &heard);
-    subscribe(a, "x");
-    subscribe(a, "y");
-    subscribe(b, "x");
+    Handler a("a", &heard, {"x", "y"});
+    Handler b("b", &heard, {"x"});
 
     EventManager::instance()->unsubscribeAll(&a);
     send("x");
@@ -192,10 +188,8 @@ void TestHostEvents::unsubscribeAllEndsEveryName()
 
 void TestHostEvents::handlerMayUnsubscribeItself()
 {
-    Handler a("a", &heard);
-    Handler b("b", &heard);
-    subscribe(a, "x");
-    subscribe(b, "x");
+    Handler a("a", &heard, {"x"});
+    Handler b("b", &heard, {"x"});
     a.then = [&a] {
         EventManager::instance()->unsubscribe(&a, "x");
     };
@@ -208,12 +202,9 @@ void TestHostEvents::handlerMayUnsubscribeItself()
 
 void TestHostEvents::handlerMayUnsubscribeAnotherThatIsDue()
 {
-    Handler a("a", &heard);
-    Handler b("b", &heard);
-    Handler c("c", &heard);
-    subscribe(a, "x");
-    subscribe(b, "x");
-    subscribe(c, "x");
+    Handler a("a", &heard, {"x"});
+    Handler b("b", &heard, {"x"});
+    Handler c("c", &heard, {"x"});
     a.then = [&b] {
         EventManager::instance()->unsubscribe(&b, "x");
     };
@@ -225,10 +216,8 @@ void TestHostEvents::handlerMayUnsubscribeAnotherThatIsDue()
 
 void TestHostEvents::handlerMayDestroyItself()
 {
-    auto a = std::make_unique<Handler>("a", &heard);
-    Handler b("b", &heard);
-    subscribe(*a, "x");
-    subscribe(b, "x");
+    auto a = std::make_unique<Handler>("a", &heard, QStringList{"x"});
+    Handler b("b", &heard, {"x"});
     a->then = [&a] {
         a.reset();
     };
@@ -240,12 +229,9 @@ void TestHostEvents::handlerMayDestroyItself()
 
 void TestHostEvents::handlerMayDestroyAnotherThatIsDue()
 {
-    Handler a("a", &heard);
-    auto b = std::make_unique<Handler>("b", &heard);
-    Handler c("c", &heard);
-    subscribe(a, "x");
-    subscribe(*b, "x");
-    subscribe(c, "x");
+    Handler a("a", &heard, {"x"});
+    auto b = std::make_unique<Handler>("b", &heard, QStringList{"x"});
+    Handler c("c", &heard, {"x"});
     a.then = [&b] {
         b.reset();
     };
@@ -257,9 +243,8 @@ void TestHostEvents::handlerMayDestroyAnotherThatIsDue()
 
 void TestHostEvents::newHandlerHearsFromTheNextEventOn()
 {
-    Handler a("a", &heard);
+    Handler a("a", &heard, {"x"});
     Handler b("b", &heard);
-    subscribe(a, "x");
     a.then = [&b] {
         subscribe(b, "x");
     };
@@ -293,10 +278,8 @@ void TestHostEvents::handlerMadeWhereADeadOneWasDoesNotHearItsEvent()
 
 void TestHostEvents::handlerMayRenewItsSubscription()
 {
-    Handler a("a", &heard);
-    Handler b("b", &heard);
-    subscribe(a, "x");
-    subscribe(b, "x");
+    Handler a("a", &heard, {"x"});
+    Handler b("b", &heard, {"x"});
     a.then = [&a] {
         EventManager::instance()->unsubscribe(&a, "x");
         subscribe(a, "x");
@@ -312,11 +295,8 @@ void TestHostEvents::handlerMayRenewItsSubscription()
 
 void TestHostEvents::handlerMaySendAnEvent()
 {
-    Handler a("a", &heard);
-    Handler b("b", &heard);
-    subscribe(a, "x");
-    subscribe(b, "x");
-    subscribe(b, "y");
+    Handler a("a", &heard, {"x"});
+    Handler b("b", &heard, {"x", "y"});
     a.then = [&a] {
         a.then = nullptr;
         send("y");
