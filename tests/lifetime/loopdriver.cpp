@@ -6,17 +6,10 @@
 #include "retirement.h"
 
 #include <QAbstractButton>
-#include <QApplication>
 #include <QDialog>
-#include <QEvent>
 #include <QMenu>
 #include <QMessageBox>
 #include <QTimer>
-
-LoopDriver::LoopDriver()
-{
-    qApp->installEventFilter(this);
-}
 
 void LoopDriver::setAct(const Act &what, const Answer &answerAfter)
 {
@@ -24,22 +17,9 @@ void LoopDriver::setAct(const Act &what, const Answer &answerAfter)
     answer = answerAfter;
 }
 
-bool LoopDriver::eventFilter(QObject *watched, QEvent *event)
+bool LoopDriver::asks(const QWidget *window) const
 {
-    auto *window = qobject_cast<QWidget *>(watched);
-    const bool asks = window && event->type() == QEvent::Show && window->isWindow()
-        && (window->isModal() || qobject_cast<QMenu *>(window));
-    if (asks) {
-        const QPointer<QWidget> guarded = window;
-        QMetaObject::invokeMethod(
-            this,
-            [this, guarded] {
-                if (guarded && guarded->isVisible())
-                    meet(guarded);
-            },
-            Qt::QueuedConnection);
-    }
-    return QObject::eventFilter(watched, event);
+    return window->isModal() || qobject_cast<const QMenu *>(window);
 }
 
 void LoopDriver::meet(QWidget *window)

@@ -3,19 +3,17 @@
 
 #pragma once
 
+#include "windowwatch.h"
+
 #include <QList>
-#include <QObject>
 #include <QPointer>
 #include <QWidget>
 
 #include <functional>
 
 /// Goes from one nested event loop into the next until it is where a test wants something to
-/// happen, lets it happen there, and finds the way out again.
-///
-/// Like ModalDriver it acts on Show events of modal windows and menus, queued into the loop that
-/// shows them.
-class LoopDriver : public QObject
+/// happen, lets it happen there, and finds the way out again. It meets modal windows and menus.
+class LoopDriver : public WindowWatch
 {
     Q_OBJECT
 
@@ -23,8 +21,6 @@ public:
     using Act = std::function<void()>;
     using Step = std::function<void(LoopDriver &driver, QWidget *window)>;
     using Answer = std::function<void(QWidget *window)>;
-
-    LoopDriver();
 
     /// Windows on the way, in the order in which they come: each step leads on to the next one or
     /// calls reach(). A null step takes the window for the one to act in.
@@ -39,10 +35,11 @@ public:
     /// Whether the loop was reached.
     bool isReached() const { return reached; }
 
-    bool eventFilter(QObject *watched, QEvent *event) override;
+protected:
+    bool asks(const QWidget *window) const override;
+    void meet(QWidget *window) override;
 
 private:
-    void meet(QWidget *window);
     void leave();
 
     QList<Step> way;

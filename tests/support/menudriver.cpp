@@ -4,8 +4,6 @@
 #include "menudriver.h"
 
 #include <QAction>
-#include <QApplication>
-#include <QEvent>
 #include <QMenu>
 #include <QPointer>
 #include <QTest>
@@ -13,7 +11,6 @@
 MenuDriver::MenuDriver(std::function<void(QMenu *)> answerOnce)
     : answer(std::move(answerOnce))
 {
-    qApp->installEventFilter(this);
 }
 
 MenuDriver::~MenuDriver()
@@ -22,25 +19,22 @@ MenuDriver::~MenuDriver()
         QTest::qFail("no menu came", __FILE__, __LINE__);
 }
 
-bool MenuDriver::eventFilter(QObject *watched, QEvent *event)
+bool MenuDriver::asks(const QWidget *window) const
 {
-    QPointer<QMenu> menu = qobject_cast<QMenu *>(watched);
-    if (event->type() == QEvent::Show && menu) {
-        if (answered)
-            QTest::qFail("unexpected menu", __FILE__, __LINE__);
-        const bool first = !answered;
+    return qobject_cast<const QMenu *>(window);
+}
+
+void MenuDriver::meet(QWidget *window)
+{
+    const QPointer<QWidget> menu = window;
+    if (answered) {
+        QTest::qFail("unexpected menu", __FILE__, __LINE__);
+    } else {
         answered = true;
-        QMetaObject::invokeMethod(
-            this,
-            [this, menu, first] {
-                if (menu && first)
-                    answer(menu);
-                if (menu)
-                    menu->close();
-            },
-            Qt::QueuedConnection);
+        answer(qobject_cast<QMenu *>(window));
     }
-    return QObject::eventFilter(watched, event);
+    if (menu)
+        menu->close();
 }
 
 void chooseEntry(QMenu *menu, const QString &text)

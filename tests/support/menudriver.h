@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include <QObject>
+#include "windowwatch.h"
 
 #include <functional>
 
@@ -11,7 +11,7 @@ class QMenu;
 
 /// Answers the one menu that a test expects, from inside the menu's event loop, and fails the
 /// running test if it never comes.
-class MenuDriver : public QObject
+class MenuDriver : public WindowWatch
 {
     Q_OBJECT
 
@@ -20,7 +20,9 @@ public:
     explicit MenuDriver(std::function<void(QMenu *)> answer);
     ~MenuDriver() override;
 
-    bool eventFilter(QObject *watched, QEvent *event) override;
+protected:
+    bool asks(const QWidget *window) const override;
+    void meet(QWidget *window) override;
 
 private:
     std::function<void(QMenu *)> answer;

@@ -4,10 +4,7 @@
 #include "modalanswers.h"
 
 #include <QAbstractButton>
-#include <QApplication>
-#include <QEvent>
 #include <QPointer>
-#include <QProgressDialog>
 
 static QString describe(const QWidget *window)
 {
@@ -18,10 +15,7 @@ static QString describe(const QWidget *window)
     return text;
 }
 
-ModalAnswers::ModalAnswers()
-{
-    qApp->installEventFilter(this);
-}
+ModalAnswers::ModalAnswers() = default;
 
 void ModalAnswers::expect(const QString &what, const std::function<bool(QWidget *)> &answer)
 {
@@ -50,29 +44,7 @@ QStringList ModalAnswers::takeMissing()
     return missing;
 }
 
-bool ModalAnswers::asks(const QWidget *window) const
-{
-    // A progress dialog goes by itself, and asks nothing.
-    return window->isModal() && !qobject_cast<const QProgressDialog *>(window);
-}
-
-bool ModalAnswers::eventFilter(QObject *watched, QEvent *event)
-{
-    auto *window = qobject_cast<QWidget *>(watched);
-    if (event->type() == QEvent::Show && window && window->isWindow() && asks(window)) {
-        QPointer<QWidget> guarded = window;
-        QMetaObject::invokeMethod(
-            this,
-            [this, guarded] {
-                if (guarded && guarded->isVisible())
-                    answer(guarded);
-            },
-            Qt::QueuedConnection);
-    }
-    return QObject::eventFilter(watched, event);
-}
-
-void ModalAnswers::answer(QWidget *window)
+void ModalAnswers::meet(QWidget *window)
 {
     if (steps.isEmpty()) {
         fault("unexpected window: " + describe(window));

@@ -3,19 +3,17 @@
 
 #pragma once
 
+#include "windowwatch.h"
+
 #include <QList>
 #include <QMessageBox>
-#include <QObject>
 #include <QString>
 
 #include <functional>
 
 /// Answers the windows that stop the program until they are answered, in the order in which they
 /// are expected. What differs is handed to fault().
-///
-/// It acts on a window's Show event, queued into the nested event loop that shows it. So nothing
-/// is polled, nothing sleeps, and dialogs that open further dialogs nest.
-class ModalAnswers : public QObject
+class ModalAnswers : public WindowWatch
 {
     Q_OBJECT
 
@@ -33,8 +31,6 @@ public:
         });
     }
 
-    bool eventFilter(QObject *watched, QEvent *event) override;
-
 protected:
     ModalAnswers();
 
@@ -50,8 +46,9 @@ protected:
 
     bool hasSteps() const { return !steps.isEmpty(); }
 
-    /// Whether \a window, which is being shown, is one that must be answered.
-    virtual bool asks(const QWidget *window) const;
+    bool asks(const QWidget *window) const override { return isQuestion(window); }
+
+    void meet(QWidget *window) override;
 
     /// Whether the test has failed already, so that a window that is left open is closed: what
     /// should have closed it may not have been reached.
@@ -66,8 +63,6 @@ private:
         QString what;
         std::function<bool(QWidget *)> answer;
     };
-
-    void answer(QWidget *window);
 
     QList<Step> steps;
 };

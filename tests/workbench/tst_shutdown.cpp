@@ -3,6 +3,7 @@
 
 #include "childenvironment.h"
 #include "testmain.h"
+#include "windowwatch.h"
 #include "workbenchfixture.h"
 
 #include "host/host.h"
@@ -54,25 +55,18 @@ static void openModifiedView(WorkbenchFixture &bench)
 // Calls \a act from the loop of each modal window that is shown.
 static void onModalWindow(const std::function<void(QWidget *)> &act)
 {
-    class Watcher : public QObject
+    class Watcher : public WindowWatch
     {
     public:
         explicit Watcher(const std::function<void(QWidget *)> &what)
-            : QObject(qApp)
-            , act(what)
+            : act(what)
         {
-            qApp->installEventFilter(this);
+            setParent(qApp);
         }
 
-        bool eventFilter(QObject *watched, QEvent *event) override
-        {
-            auto *window = qobject_cast<QWidget *>(watched);
-            if (event->type() == QEvent::Show && window && window->isModal()) {
-                QMetaObject::invokeMethod(
-                    window, [this, window] { act(window); }, Qt::QueuedConnection);
-            }
-            return QObject::eventFilter(watched, event);
-        }
+    protected:
+        bool asks(const QWidget *window) const override { return isQuestion(window); }
+        void meet(QWidget *window) override { act(window); }
 
     private:
         std::function<void(QWidget *)> act;

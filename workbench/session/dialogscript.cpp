@@ -3,23 +3,14 @@
 
 #include "dialogscript.h"
 
-#include <QApplication>
 #include <QDialog>
-#include <QEvent>
 #include <QMessageBox>
 #include <QPointer>
-#include <QProgressDialog>
 #include <QTest>
 
 DialogScript::DialogScript(const std::function<void(const QString &)> &onSurprise)
     : surprise(onSurprise)
 {
-    qApp->installEventFilter(this);
-}
-
-DialogScript::~DialogScript()
-{
-    qApp->removeEventFilter(this);
 }
 
 void DialogScript::expect(const QString &name, const Answer &answer)
@@ -30,24 +21,6 @@ void DialogScript::expect(const QString &name, const Answer &answer)
 QString DialogScript::missing() const
 {
     return steps.isEmpty() ? QString() : steps.constFirst().name;
-}
-
-bool DialogScript::eventFilter(QObject *watched, QEvent *event)
-{
-    auto *window = qobject_cast<QWidget *>(watched);
-    const bool counts = event->type() == QEvent::Show && window && window->isWindow()
-        && window->isModal() && !qobject_cast<QProgressDialog *>(window);
-    if (counts) {
-        const QPointer<QWidget> guarded = window;
-        QMetaObject::invokeMethod(
-            this,
-            [this, guarded] {
-                if (guarded && guarded->isVisible())
-                    meet(guarded);
-            },
-            Qt::QueuedConnection);
-    }
-    return QObject::eventFilter(watched, event);
 }
 
 static QString describe(const QWidget *window)

@@ -3,6 +3,7 @@
 
 #include "extractiontest.h"
 #include "testwidgetsmain.h"
+#include "windowwatch.h"
 
 #include <QProgressDialog>
 #include <QPushButton>
@@ -24,27 +25,26 @@ private slots:
 };
 
 /// Calls \a act as soon as the extraction's dialog is shown.
-class OnDialog : public QObject
+class OnDialog : public WindowWatch
 {
 public:
     explicit OnDialog(std::function<void(QProgressDialog *)> action)
         : act(std::move(action))
     {
-        qApp->installEventFilter(this);
     }
 
-    bool eventFilter(QObject *watched, QEvent *event) override
+    mutable int shown = 0;
+
+protected:
+    bool asks(const QWidget *window) const override
     {
-        auto *dialog = qobject_cast<QProgressDialog *>(watched);
-        if (dialog && event->type() == QEvent::Show) {
-            ++shown;
-            const auto call = act;
-            QTimer::singleShot(0, dialog, [dialog, call] { call(dialog); });
-        }
-        return false;
+        // It counts even if it goes before its loop turns.
+        const bool isDialog = qobject_cast<const QProgressDialog *>(window);
+        shown += isDialog ? 1 : 0;
+        return isDialog;
     }
 
-    int shown = 0;
+    void meet(QWidget *window) override { act(qobject_cast<QProgressDialog *>(window)); }
 
 private:
     std::function<void(QProgressDialog *)> act;
