@@ -169,6 +169,22 @@ private:
     QByteArray path;
 };
 
+// A view with an unsaved edit on a file on such a disk.
+class DiskBench : public SaveBench
+{
+public:
+    DiskBench()
+        : disk(directory())
+    {
+        // The disk hides what the directory held.
+        if (disk.isReal)
+            bench.write("d/a.molk", oldBytes());
+        open();
+    }
+
+    const SmallDisk disk;
+};
+
 } // namespace
 
 static bool fillDisk(const QString &name)
@@ -183,21 +199,16 @@ static bool fillDisk(const QString &name)
 
 static QString playFullDisk()
 {
-    SaveBench save;
-    const QByteArray content = save.oldBytes();
-    const SmallDisk disk(save.directory());
-    if (disk.isReal)
-        save.bench.write("d/a.molk", content);
-    save.open();
+    DiskBench save;
     const QString filler = save.directory() + "/filler";
-    if (disk.isReal && !fillDisk(filler))
+    if (save.disk.isReal && !fillDisk(filler))
         return "the disk can't be filled";
-    if (!disk.isReal)
+    if (!save.disk.isReal)
         Faults::arm(save.directory(), 2, Kind::FailOn, ENOSPC);
     if (save.save())
         return "the save works";
     Faults::disarm();
-    if (disk.isReal && !QFile::remove(filler))
+    if (save.disk.isReal && !QFile::remove(filler))
         return "the disk can't be cleared";
     const QString fault = save.faultAfter(false);
     return fault.isEmpty() ? checkRecovery(save) : fault;
@@ -210,19 +221,14 @@ void TestSaveFaults::fullDiskLeavesTheOldFile()
 
 static QString playReadOnlyDisk()
 {
-    SaveBench save;
-    const QByteArray content = save.oldBytes();
-    const SmallDisk disk(save.directory());
-    if (disk.isReal)
-        save.bench.write("d/a.molk", content);
-    save.open();
-    if (disk.isReal && !disk.remount(MS_RDONLY))
+    DiskBench save;
+    if (save.disk.isReal && !save.disk.remount(MS_RDONLY))
         return "the disk can't be made read-only";
-    if (!disk.isReal)
+    if (!save.disk.isReal)
         Faults::arm(save.directory(), 1, Kind::FailOn, EROFS);
     const QString failure = checkFailure(save);
     Faults::disarm();
-    if (disk.isReal && !disk.remount(0))
+    if (save.disk.isReal && !save.disk.remount(0))
         return "the disk can't be made writable";
     return failure.isEmpty() ? checkRecovery(save) : failure;
 }
