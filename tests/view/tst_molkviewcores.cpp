@@ -222,12 +222,7 @@ void tst_MolkViewCores::cancelledRemoveShowsTheFirstCore()
     QVERIFY(openActive(3));
     view->changeMolkWidget(2);
     ModalDriver driver;
-    driver.expectDialog<QMessageBox>([byKey](QMessageBox *box) {
-        if (byKey)
-            QTest::keyClick(box, Qt::Key_Escape);
-        else
-            box->button(QMessageBox::Cancel)->click();
-    });
+    driver.expectCancelled(byKey);
 
     removeByMenu(view.get(), 2);
 
