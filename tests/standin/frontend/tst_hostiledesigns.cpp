@@ -277,9 +277,7 @@ void tst_HostileDesigns::mutatedSourcesEnd()
 {
     QFETCH(QString, file);
     QFETCH(quint32, seed);
-    Standin::ExtractionOptions options;
-    options.timeoutSeconds = 30;
-    ExtractionTest test(options);
+    ExtractionTest test;
     QFile source(ExtractionTest::data(file));
     QVERIFY(source.open(QIODevice::ReadOnly));
     QRandomGenerator random(seed);
