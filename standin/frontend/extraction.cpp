@@ -26,9 +26,6 @@ namespace {
 /// How many designs are held in memory.
 constexpr int recentReadings = 4;
 
-/// Milliseconds after which a reading shows its dialog.
-constexpr int dialogDelay = 500;
-
 /// A reading that has ended, with what catchNets() delivers.
 struct Result
 {
@@ -240,7 +237,8 @@ void Extraction::catchModules(QStringList &topModules, QStringList &modules, QSt
     data->active.append(&progress);
     ResultPointer result;
     {
-        const auto dialog = makeDialog(&progress, sources.files.size(), dialogDelay, parent);
+        const auto dialog =
+            makeDialog(&progress, sources.files.size(), data->tools.options().dialogDelay, parent);
         result = data->read(&sources, progress);
     }
     data->active.removeOne(&progress);

@@ -36,6 +36,8 @@ struct ExtractionOptions
     int timeoutSeconds = 120;              ///< Longest one tool run may take.
     qint64 outputBytes = qint64(2) << 30;  ///< Longest file that a tool may write.
     qint64 sourceBytes = qint64(64) << 20; ///< Longest source file that is taken.
+
+    int dialogDelay = 500; ///< Milliseconds after which a reading shows its dialog.
 };
 
 /// The net extraction service: reads the sources of a design with whatever front end fits, and
