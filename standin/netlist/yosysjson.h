@@ -40,7 +40,8 @@ HOST_EXPORT bool listYosysModules(const QString &file, const QString &top, JsonM
 /// Flags follow docs/net-flags.md.
 ///
 /// \param table receives the definitions, sealed, and the top; unchanged in case of failure.
-/// \param error receives in case of failure what is wrong, as "file: text".
+/// \param error receives in case of failure what is wrong, as "file:line:column: text" where a
+///        place is known, else as "file: text".
 /// \return false if the file can't be read, is no such file, or has no such top. The user hasn't
 ///         been told.
 HOST_EXPORT bool readYosysJson(const QString &file, const JsonReadOptions &options,

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The project's authors
 // SPDX-License-Identifier: MIT
 
+#include "netlist/jsonbrackets.h"
 #include "netlist/yosysmodule.h"
 
 #include <QFile>
@@ -324,9 +325,25 @@ bool parseYosysJson(const QString &file, YosysDesign *design, QString *error)
             padded_string::load(QFile::encodeName(file).toStdString()).get(text))
         return fail(QString::fromLatin1(error_message(code)));
 
+    const std::string_view whole(text.data(), text.size());
+    const QString fault = faultOfJsonBrackets(whole);
+    if (!fault.isNull()) {
+        *error = QStringLiteral("%1:%2").arg(file, fault);
+        return false;
+    }
+
     ondemand::parser parser;
     ondemand::document document;
     ondemand::value root;
+    const auto failAt = [&](error_code code) {
+        const char *location = nullptr;
+        const QString reason = QString::fromLatin1(error_message(code));
+        if (document.current_location().get(location) != SUCCESS || location < text.data())
+            return fail(reason);
+        *error = QStringLiteral("%1:%2: %3")
+                     .arg(file, placeInText(whole, std::size_t(location - text.data())), reason);
+        return false;
+    };
     if (const error_code code = parser.iterate(text).get(document))
         return fail(QString::fromLatin1(error_message(code)));
     bool hasModules = false;
@@ -343,7 +360,7 @@ bool parseYosysJson(const QString &file, YosysDesign *design, QString *error)
         });
     }
     if (code)
-        return fail(QString::fromLatin1(error_message(code)));
+        return failAt(code);
     if (!hasModules)
         return fail(QStringLiteral("This is not a netlist of Yosys"));
     return true;

@@ -162,7 +162,8 @@ void tst_Extraction::brokenYosysNetlistIsAnError()
     test.add(file);
     const QStringList errors = test.modules().errors();
     QCOMPARE(errors.size(), 1);
-    QVERIFY2(errors.first().startsWith("ERROR: " + file + ": "), qPrintable(errors.first()));
+    QCOMPARE(errors.first(),
+             "ERROR: " + file + ":1:14: The file ends within the object that begins in line 1");
     QCOMPARE(test.netlist()->top->name(), QString());
 }
 

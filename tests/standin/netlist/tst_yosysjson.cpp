@@ -35,6 +35,8 @@ private slots:
     void textThatIsNoNetlistIsRefused_data();
     void textThatIsNoNetlistIsRefused();
     void everyCutOffTextIsRefused();
+    void textIsToBeWhole_data();
+    void textIsToBeWhole();
     void missingFileIsReported();
 };
 
@@ -369,7 +371,7 @@ void TestYosysJson::textThatIsNoNetlistIsRefused()
     std::unique_ptr<FATHOM::RtlNetlist> netlist;
     const QString error = readJson(text, QString(), &netlist);
     QVERIFY(!netlist);
-    QVERIFY2(error.startsWith(": ") && error.size() > 2, qPrintable(error));
+    QVERIFY2(error.startsWith(':') && error.size() > 2, qPrintable(error));
 }
 
 void TestYosysJson::everyCutOffTextIsRefused()
@@ -379,12 +381,56 @@ void TestYosysJson::everyCutOffTextIsRefused()
                    cellText("u", "m", "\"A\": \"input\"", "\"A\": [2]"), netText("x", "2")));
     std::unique_ptr<FATHOM::RtlNetlist> netlist;
     QCOMPARE(readJson(whole, QString(), &netlist), QString());
-    // Without its last brackets the text still tells the whole netlist.
-    for (int size = 0; size < whole.size() - 2; ++size) {
+    for (int size = 0; size < whole.size(); ++size) {
         netlist.reset();
         QVERIFY(!readJson(whole.left(size), QString(), &netlist).isEmpty());
         QVERIFY(!netlist);
     }
+}
+
+void TestYosysJson::textIsToBeWhole_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QString>("error");
+    const QByteArray start = "{\n\"modules\": {\n";
+    QTest::newRow("lacks-last-bracket")
+        << start + "\"top\": {}\n}\n"
+        << ":5:1: The file ends within the object that begins in line 1";
+    QTest::newRow("lacks-two-brackets")
+        << start + "\"top\": {}"
+        << ":3:10: The file ends within the object that begins in line 2";
+    QTest::newRow("ends-in-a-list") << start + "\"top\": {\"x\": [1,\n2"
+                                    << ":4:2: The file ends within the list that begins in line 3";
+    QTest::newRow("ends-in-a-text") << start + "\"top\\\": {}}}"
+                                    << ":3:13: The file ends within the text that begins in line 3";
+    QTest::newRow("ends-behind-a-backslash")
+        << start + "\"top\\"
+        << ":3:6: The file ends within the text that begins in line 3";
+    QTest::newRow("wrong-bracket") << start + "\"top\": {]}}}"
+                                   << ":3:9: There is no bracket that \"]\" could close";
+    QTest::newRow("wrong-bracket-in-what-is-not-read")
+        << QByteArray("{\"other\": [}, \"modules\": {\"top\": {}}}")
+        << ":1:12: There is no bracket that \"}\" could close";
+    QTest::newRow("bracket-behind-the-end") << start + "\"top\": {}}}\n}"
+                                            << ":4:1: There is something behind the netlist's end";
+    QTest::newRow("second-netlist") << start + "\"top\": {}}} {}"
+                                    << ":3:13: There is something behind the netlist's end";
+    QTest::newRow("null-behind-the-end") << QByteArray("{\"modules\": {\"top\": {}}}\0", 26)
+                                         << ":1:25: There is something behind the netlist's end";
+    QTest::newRow("blanks-behind-the-end") << start + "\"top\": {}}}\r\n \t\n" << QString();
+    QTest::newRow("brackets-in-texts")
+        << QByteArray("{\"creator\": \"]}\\\"[\", \"modules\": {\"top\": {}}}") << QString();
+    QTest::newRow("ports-are-a-number") << start + "\"top\": {\"ports\": 3}}}"
+                                        << ":3:18: The JSON element does not have the "
+                                           "requested type.";
+}
+
+/// Refused with line, column and cause.
+void TestYosysJson::textIsToBeWhole()
+{
+    QFETCH(QByteArray, text);
+    std::unique_ptr<FATHOM::RtlNetlist> netlist;
+    QTEST(readJson(text, QString(), &netlist), "error");
 }
 
 void TestYosysJson::missingFileIsReported()
