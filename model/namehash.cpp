@@ -37,14 +37,14 @@ static quint64 folded(quint64 a, quint64 b)
     return quint64(product) ^ quint64(product >> 64);
 }
 
-uint nameHash(const QString &name)
+uint nameHash(QStringView name)
 {
     static const Keys keys;
     const auto mixed = [](quint64 hash, const Block &block) {
         return folded(block.even ^ keys.even ^ hash, block.odd ^ keys.odd);
     };
-    const QChar *at = name.constData();
-    int left = name.size();
+    const QChar *at = name.data();
+    auto left = name.size();
     quint64 hash = keys.last ^ quint64(left);
     for (; left >= unitsOfABlock; left -= unitsOfABlock) {
         Block block;
@@ -53,7 +53,8 @@ uint nameHash(const QString &name)
         at += unitsOfABlock;
     }
     Block rest = {};
-    std::memcpy(&rest, at, std::size_t(left) * sizeof(QChar));
+    if (left > 0)
+        std::memcpy(&rest, at, std::size_t(left) * sizeof(QChar));
     hash = mixed(hash, rest);
     hash = folded(hash ^ keys.even, keys.last);
     return uint(hash ^ hash >> 32);

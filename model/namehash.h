@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include <QString>
+#include <QStringView>
 
 namespace MOLK {
 
@@ -15,6 +15,6 @@ namespace MOLK {
 /// can't see them can tell which names meet.
 ///
 /// \return a number whose lowest bits are as good as any; another one in the next run.
-uint nameHash(const QString &name);
+uint nameHash(QStringView name);
 
 } // namespace MOLK

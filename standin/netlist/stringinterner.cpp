@@ -3,7 +3,7 @@
 
 #include "netlist/stringinterner.h"
 
-#include <QHash>
+#include "namehash.h"
 
 namespace Standin {
 
@@ -11,11 +11,6 @@ StringInterner::StringInterner()
     : begins(1, 0)
     , buckets(16, 0)
 {
-}
-
-static quint32 hashOf(QStringView text)
-{
-    return qHash(text, uint(qGlobalQHashSeed()));
 }
 
 // The bucket that has the text, or the empty one where it belongs.
@@ -32,12 +27,12 @@ std::size_t StringInterner::bucketOf(QStringView wanted, quint32 hash) const
 
 bool StringInterner::contains(QStringView text) const
 {
-    return buckets[bucketOf(text, hashOf(text))] != 0;
+    return buckets[bucketOf(text, MOLK::nameHash(text))] != 0;
 }
 
 quint32 StringInterner::intern(QStringView text)
 {
-    const quint32 hash = hashOf(text);
+    const quint32 hash = MOLK::nameHash(text);
     const std::size_t at = bucketOf(text, hash);
     if (buckets[at])
         return buckets[at] - 1;

@@ -4,6 +4,7 @@
 #include "netlist/moduletable.h"
 #include "netlist/verilatorxml.h"
 
+#include "alikenames.h"
 #include "blockcount.h"
 #include "fathom/hierachy.h"
 #include "fathom/rtlnet.h"
@@ -27,11 +28,11 @@ private slots:
     void costsGrowWithTheDesign();
 };
 
-static QByteArray variables(int count)
+static QByteArray variables(int count, bool areAlike = false)
 {
     QByteArray text;
     for (int i = 0; i < count; ++i) {
-        const QByteArray name = "net_" + QByteArray::number(i);
+        const QByteArray name = areAlike ? alikeName(i).toLatin1() : "net_" + QByteArray::number(i);
         text += "<var loc=\"a,1,1,1,1\" name=\"" + name
             + "\" dtype_id=\"1\" vartype=\"logic\" origName=\"" + name + "\"/>";
     }
@@ -70,7 +71,9 @@ static QByteArray module(const QByteArray &name, const QByteArray &contents,
 
 static QByteArray designOfShape(const QString &shape, int size)
 {
-    QByteArray contents = shape == "nets" ? variables(size) : QByteArray();
+    QByteArray contents;
+    if (shape == "nets" || shape == "alike")
+        contents = variables(size, shape == "alike");
     if (shape == "assignments")
         contents = variables(size) + assignments(size);
     if (shape == "instances" || shape == "modules")
@@ -109,6 +112,8 @@ void TestNetlistGrowth::costsGrowWithTheDesign_data()
     QTest::addColumn<int>("netsOfOne");
 
     QTest::newRow("nets") << "nets" << 1;
+    // A design that makes its names meet in a table of hashes.
+    QTest::newRow("nets-alike-to-qHash") << "alike" << 1;
     QTest::newRow("assignments") << "assignments" << 1;
     QTest::newRow("instances-of-one-module") << "instances" << 3;
     QTest::newRow("modules") << "modules" << 3;
