@@ -38,7 +38,7 @@ static void readModules(QStringList &topModules, QStringList &modules, QStringLi
     }
 
     Standin::Host *host = Standin::Host::instance();
-    if (host && host->extraction().answerModules(topModules, modules, messages))
+    if (host && host->extraction().answerModules(topModules, modules, messages, info))
         return;
     realExtraction()->catchModules(topModules, modules, messages, info, dialogParent(parent));
 }

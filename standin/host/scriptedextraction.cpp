@@ -56,15 +56,17 @@ void ScriptedExtraction::clear()
     netlistQueue.clear();
     modulesQueue.clear();
     serving = false;
+    lastInfo.clear();
     modulesHook = nullptr;
     netlistHook = nullptr;
 }
 
 bool ScriptedExtraction::answerModules(QStringList &topModules, QStringList &modules,
-                                       QStringList &messages)
+                                       QStringList &messages, const QMap<QString, QVariant> &info)
 {
     if (modulesQueue.isEmpty() && !serving)
         return false;
+    lastInfo = info;
     if (const Hook hook = std::exchange(modulesHook, nullptr))
         hook();
 

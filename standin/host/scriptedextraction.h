@@ -6,7 +6,9 @@
 #include "hostglobal.h"
 
 #include <QList>
+#include <QMap>
 #include <QStringList>
+#include <QVariant>
 
 #include <functional>
 
@@ -61,11 +63,15 @@ public:
     /// catchRtlNetsWithProgressDialog(). The loop ends after it.
     void duringNetlist(const Hook &hook);
 
+    /// The design information map that the last scripted call of catchRtlModules() was given.
+    const QMap<QString, QVariant> &givenInfo() const { return lastInfo; }
+
     /// Takes back everything that was set.
     void clear();
 
     /// \internal What the two services of FATHOM do. They return false if nothing is scripted.
-    bool answerModules(QStringList &topModules, QStringList &modules, QStringList &messages);
+    bool answerModules(QStringList &topModules, QStringList &modules, QStringList &messages,
+                       const QMap<QString, QVariant> &info);
     bool answerNetlist(FATHOM::RtlNetlist **netlist, QStringList &log);
 
 private:
@@ -80,6 +86,7 @@ private:
     bool serving = false;
     ModulesAnswer servedModules;
     MakeNetlist servedNetlist;
+    QMap<QString, QVariant> lastInfo;
     Hook modulesHook;
     Hook netlistHook;
 };

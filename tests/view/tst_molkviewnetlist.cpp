@@ -45,6 +45,8 @@ class tst_MolkViewNetlist : public ViewTest
 private slots:
     void goodDesignIsInstalledOnAllPages();
     void servicesAreAskedInOrder();
+    void designInformationGoesUnchanged_data();
+    void designInformationGoesUnchanged();
     void noSourceFilesAskNoService();
     void filesWithoutPathCount();
     void errorInTheLogShowsTheWholeLog();
@@ -90,6 +92,43 @@ void tst_MolkViewNetlist::servicesAreAskedInOrder()
     QCOMPARE(bench->host.calls(),
              QStringList({"getSourceFileInfo", "catchRtlModules top=top",
                           "catchRtlNetsWithProgressDialog"}));
+}
+
+void tst_MolkViewNetlist::designInformationGoesUnchanged_data()
+{
+    QTest::addColumn<QVariantMap>("info");
+
+    const QVariantMap source = {
+        {"Path", "/rtl/a.v"}, {"Type", 2}, {"Defines", QVariantMap{{"A", ""}}}};
+    const QVariantList files = {source, QVariantMap(), QVariantMap{{"Path", ""}}};
+    QTest::newRow("every-key") << QMap<QString, QVariant>{
+        {"Top", "top"},
+        {"Files", files},
+        {"IncludePath", QStringList({"/inc", ""})},
+        {"Parameters", QVariantMap{{"W", 3}}},
+        {"x", QVariant()},
+        {"", 1.5}};
+    QTest::newRow("empty-top") << QMap<QString, QVariant>{{"Top", ""}, {"Files", files}};
+    // A look at the map must not leave the key in it.
+    QTest::newRow("no-top") << QMap<QString, QVariant>{{"Files", files}};
+    QTest::newRow("top-of-another-type") << QMap<QString, QVariant>{{"Top", 0}, {"Files", files}};
+}
+
+void tst_MolkViewNetlist::designInformationGoesUnchanged()
+{
+    QFETCH(QVariantMap, info);
+    QVERIFY(openCores());
+    bench->host.design().setSourceFileInfo(info);
+    const bool namesOther = info.value("Top").toString() == "0";
+    ModalDriver driver;
+    if (namesOther)
+        driver.expectMessage("Error",
+                             "Get module \"0\" failed, just received default module \"top\".",
+                             QMessageBox::Ok);
+
+    QCOMPARE(view->readRtlNetlist(), !namesOther);
+
+    QCOMPARE(bench->host.extraction().givenInfo(), info);
 }
 
 void tst_MolkViewNetlist::noSourceFilesAskNoService()
