@@ -98,6 +98,9 @@ QString DirectoryFarm::realPath(const QString &name) const
     const auto source = sources.constFind(name);
     if (source != sources.constEnd())
         return source.value();
+    const auto copy = copies.constFind(name);
+    if (copy != copies.constEnd())
+        return copy.value();
     const int slash = name.indexOf('/');
     const auto link = links.constFind(name.left(slash));
     if (slash < 0 || link == links.constEnd())

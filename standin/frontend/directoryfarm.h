@@ -49,12 +49,9 @@ public:
     /// The beginning of what a tool has said: a design can make it say anything, at any length.
     QByteArray readLog(const QString &name) const;
 
-    /// The real path of a private name, or of something below a private directory; null for names
-    /// that aren't ours.
+    /// The real path of a private name, of the name of a copy, or of something below a private
+    /// directory; null for names that aren't ours.
     QString realPath(const QString &name) const;
-
-    /// The real path of the source whose copy has the name \a copy; null if there is none.
-    QString sourceOfCopy(const QString &copy) const { return copies.value(copy); }
 
     /// True for the private name of a source's copy.
     bool isSource(const QString &name) const

@@ -4,6 +4,7 @@
 #include "frontend/ghdlstage.h"
 
 #include "frontend/directoryfarm.h"
+#include "frontend/ghdltext.h"
 #include "frontend/progress.h"
 #include "frontend/toolbox.h"
 #include "frontend/toollog.h"
@@ -40,22 +41,34 @@ GhdlStage::GhdlStage(const DesignSources &designSources, DirectoryFarm &privateF
 
 void GhdlStage::scan(DesignGraph *graph)
 {
+    VhdlNetTypes types;
+    bool mayKeep = true;
+    for (const SourceFile &file : sources.files) {
+        if (file.language != SourceFile::Vhdl)
+            continue;
+        types.add(file.text);
+        // One of the design's own would be in the way.
+        mayKeep = mayKeep && !declaresKeep(file.text);
+    }
+    types.resolve();
     for (const SourceFile &file : sources.files) {
         if (file.language != SourceFile::Vhdl)
             continue;
         const QByteArray text = maskVhdlPragmas(file.text);
         const int before = entities.all().size();
         scanVhdl(text, &entities);
-        Unit unit;
-        unit.library = file.library.toLower();
+        QString library = file.library.toLower();
         static const QRegularExpression name("\\A[a-z][a-z0-9_]*\\z");
-        if (!name.match(unit.library).hasMatch())
-            unit.library = "work";
+        if (!name.match(library).hasMatch())
+            library = "work";
         for (int i = before; i < entities.all().size(); ++i)
-            libraries.insert(entities.all().at(i).name.toLower(), unit.library);
-        unit.copy = farm.addSource(file.path, ".vhd").section('/', 1);
-        farm.write(unit.copy, text);
-        units.append(unit);
+            libraries.insert(entities.all().at(i).name.toLower(), library);
+        const QString copy = farm.addSource(file.path, ".vhd").section('/', 1);
+        QVector<VhdlInsertion> insertions;
+        const QByteArray kept = mayKeep ? withKeptSignals(text, types, &insertions) : text;
+        farm.write(copy, kept);
+        partOfCopy.insert(copy, parts.size());
+        parts.append({copy, library, VhdlRepair(kept), insertions});
     }
     for (const ScannedModule &entity : entities.all())
         graph->add(entity);
@@ -72,7 +85,7 @@ QStringList GhdlStage::options(const QString &library) const
             "-P."};
 }
 
-ToolResult GhdlStage::run(const QStringList &arguments, const QString &output, QStringList *log)
+GhdlStage::Run GhdlStage::run(const QStringList &arguments, const QString &output)
 {
     ToolCommand command;
     command.program = tools.ghdl();
@@ -82,98 +95,72 @@ ToolResult GhdlStage::run(const QStringList &arguments, const QString &output, Q
     command.errorFile = farm.filePath("ghdl.log");
     // A tool that doesn't start leaves no log, and must not be judged by an old one.
     farm.write("ghdl.log", QByteArray());
-    ToolResult result = tools.runConfined(command, progress, log);
-    const bool failed = !result.succeeded();
+    Run run;
+    run.result = tools.runConfined(command, progress, &run.log);
     const QByteArray said = farm.readLog("ghdl.log");
+    const bool failed = !run.result.succeeded();
     // Other programs that get no memory abort.
     if (failed && said.contains("raised STORAGE_ERROR"))
-        result = {ToolOutcome::Crashed, SIGABRT};
-    QStringList lines = rewriteGhdlLog(said, farm, failed);
-    failedHard = failed && result.outcome != ToolOutcome::Finished;
+        run.result = {ToolOutcome::Crashed, SIGABRT};
+    const auto messages = readGhdlLog(said);
+    QVector<ToolMessage> others;
+    for (const ToolMessage &message : messages)
+        (failed && message.isError ? run.errors : others).append(message);
+    for (ToolMessage &message : others)
+        message.isError = false;
+    run.log += linesOf(others);
     // A tool that was ended seldom says so itself.
-    if (result.outcome != ToolOutcome::Cancelled && (failedHard || (failed && !hasErrors(lines))))
-        lines.append("ERROR: " + describeFailure(command.program, result, tools.limits()));
-    *log += lines;
+    const bool hasReason = run.result.outcome == ToolOutcome::Finished && !run.errors.isEmpty();
+    if (failed && run.result.outcome != ToolOutcome::Cancelled && !hasReason) {
+        ToolMessage message;
+        message.isError = true;
+        message.text = describeFailure(command.program, run.result, tools.limits());
+        run.errors.append(message);
+    }
+    return run;
+}
+
+/// A message with its place in the file as it was given.
+ToolMessage GhdlStage::placed(const ToolMessage &message) const
+{
+    ToolMessage result = message;
+    const int part = partOfCopy.value(message.file, -1);
+    for (const VhdlInsertion &insertion :
+         part < 0 ? QVector<VhdlInsertion>() : parts.at(part).insertions) {
+        if (result.line == insertion.line && result.column > insertion.column)
+            result.column -= std::min(insertion.length, result.column - insertion.column);
+    }
     return result;
 }
 
-/// Files of one library that stand together are compiled in one run.
-bool GhdlStage::analyseAll(QStringList *log)
+QString GhdlStage::lineOf(const ToolMessage &message) const
 {
-    for (int i = 0; i < units.size();) {
-        const QString library = units.at(i).library;
-        QStringList arguments = QStringList("-a") + options(library);
-        for (; i < units.size() && units.at(i).library == library; ++i)
-            arguments.append(units.at(i).copy);
-        if (!run(arguments, QString(), log).succeeded())
-            return false;
-    }
-    return true;
+    return logLine(placed(message), farm);
 }
 
-/// Compiles until nothing is left or a whole round brings nothing further.
-bool GhdlStage::analyseOneByOne(QStringList *log)
+QStringList GhdlStage::linesOf(const QVector<ToolMessage> &messages) const
 {
-    QVector<Unit> left = units;
-    while (!left.isEmpty()) {
-        QVector<Unit> refused;
-        QStringList round;
-        for (const Unit &unit : qAsConst(left)) {
-            QStringList lines;
-            const QStringList arguments = QStringList("-a") + options(unit.library) << unit.copy;
-            const bool compiled = run(arguments, QString(), &lines).succeeded();
-            round += lines;
-            if (failedHard || progress.isCancelled()) {
-                *log += round;
-                return false;
-            }
-            if (!compiled)
-                refused.append(unit);
-        }
-        if (refused.size() == left.size()) {
-            *log += round;
-            return false;
-        }
-        left = refused;
-    }
-    return true;
+    QVector<ToolMessage> all;
+    for (const ToolMessage &message : messages)
+        all.append(placed(message));
+    return logLines(all, farm);
+}
+
+/// GHDL isn't there or has met a limit, so that no other try helps.
+bool GhdlStage::mustStop(const Run &run) const
+{
+    return progress.isCancelled() || run.result.outcome == ToolOutcome::NotStarted
+        || run.result.outcome == ToolOutcome::TimedOut || ranIntoLimit(run.result);
 }
 
 bool GhdlStage::analyse(QStringList *log)
 {
     progress.enterStage("Compiling the VHDL sources");
-    QStringList lines;
-    if (analyseAll(&lines)) {
-        *log += lines;
-        return true;
-    }
-    if (failedHard || progress.isCancelled() || units.size() == 1) {
-        *log += lines;
-        return false;
-    }
-    return analyseOneByOne(log);
-}
-
-QByteArray withoutBlackBoxes(const QByteArray &text, const DesignGraph &graph,
-                             const DesignGraph &entities)
-{
-    static const QRegularExpression shape("\\)\\s*;\\s*endmodule\\z");
-    QByteArray result = text;
-    // The same black box comes once for each set of generics.
-    for (const DesignGraph::Place &module : graph.declarations()) {
-        if (entities.find(module.name))
-            continue;
-        const int length = int(module.end - module.begin);
-        const QByteArray body = text.mid(int(module.begin), length);
-        // A module with a body has a statement, so its last semicolon isn't the header's.
-        if (body.count(';') != 1 || !shape.match(QString::fromUtf8(body)).hasMatch())
-            continue;
-        for (int i = int(module.begin); i < int(module.begin) + length; ++i) {
-            if (result.at(i) != '\n')
-                result[i] = ' ';
-        }
-    }
-    return result;
+    const bool compiled = compileAll();
+    found.removeDuplicates();
+    *log += found;
+    found.clear();
+    return compiled;
 }
 
 /// GHDL makes one module of each set of generics, named after the entity with something behind.
@@ -191,6 +178,16 @@ QHash<QString, QString> GhdlStage::namesOf(const DesignGraph &graph) const
     return names;
 }
 
+GhdlStage::Run GhdlStage::synthesizeOnce(const QByteArray &entity, const QVector<Setting> &generics)
+{
+    QStringList arguments = QStringList("--synth") + options(libraries.value(entity.toLower()))
+        << "--out=verilog";
+    for (const Setting &generic : generics)
+        arguments << "-g" + generic.name + '=' + generic.value;
+    arguments << QString::fromUtf8(entity);
+    return run(arguments, "synthesized.v");
+}
+
 bool GhdlStage::synthesize(const QByteArray &entity, const QVector<Setting> &generics,
                            SynthesizedEntity *result, QStringList *log)
 {
@@ -202,14 +199,20 @@ bool GhdlStage::synthesize(const QByteArray &entity, const QVector<Setting> &gen
                     + "\" can't be elaborated by its name");
         return false;
     }
-    QStringList arguments = QStringList("--synth") + options(libraries.value(entity.toLower()))
-        << "--out=verilog";
-    for (const Setting &generic : generics)
-        arguments << "-g" + generic.name + '=' + generic.value;
-    arguments << QString::fromUtf8(entity);
-    if (!run(arguments, "synthesized.v", log).succeeded())
+    // The reason has been told.
+    if (isStopped)
         return false;
-    const QByteArray text = stripComments(farm.read("synthesized.v", longestText));
+    Run last = synthesizeOnce(entity, generics);
+    const bool done = last.result.succeeded() || repairSynthesis(entity, generics, &last);
+    found.removeDuplicates();
+    *log += found + last.log;
+    found.clear();
+    if (!done) {
+        *log += linesOf(last.errors);
+        return false;
+    }
+    const QByteArray text =
+        withEscapedKeywords(stripComments(farm.read("synthesized.v", longestText)));
     result->text = withoutBlackBoxes(text, scanVerilog(text), entities);
     result->graph = scanVerilog(result->text);
     result->sourceNames = namesOf(result->graph);

@@ -85,6 +85,9 @@ static ToolResult resultInside(ToolResult result)
 
 ToolResult ToolBox::runConfined(const ToolCommand &command, Progress &progress, QStringList *log)
 {
+    // What confines it would only say that it has failed.
+    if (!QFileInfo(command.program).isExecutable())
+        return run(command, progress);
     if (confinement == Confinement::Unknown) {
         const Confinement found = probe(command.directory, progress);
         if (progress.isCancelled()) {

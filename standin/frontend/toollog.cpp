@@ -150,33 +150,44 @@ QStringList rewriteVerilatorLog(const QByteArray &text, const DirectoryFarm &far
     return logLines(readVerilatorLog(text), farm);
 }
 
-QStringList rewriteGhdlLog(const QByteArray &text, const DirectoryFarm &farm, bool failed)
+QVector<ToolMessage> readGhdlLog(const QByteArray &text)
 {
     static const QRegularExpression shape(
         "\\A(s[0-9]+\\.vhd):([0-9]+):([0-9]+): ?"
         "(?:\\((?:report|assertion) )?(warning|note|error|failure)?\\)?:? ?(.*)\\z");
     static const QRegularExpression general("\\A[^ :]*ghdl[^ :]*:(?:error: )?(.*)\\z");
-    LogLines lines;
+    QVector<ToolMessage> messages;
     const auto rawLines = text.split('\n');
     for (const QByteArray &raw : rawLines) {
         const QString line = QString::fromUtf8(raw);
         const QRegularExpressionMatch match = shape.match(line);
+        ToolMessage message;
+        message.isError = true;
         if (!match.hasMatch()) {
-            const QRegularExpressionMatch other = general.match(line);
-            const QString message = other.captured(1).trimmed();
-            if (other.hasMatch() && message != "compilation error")
-                lines.add(prefix(failed) + printable(message));
+            message.text = general.match(line).captured(1).trimmed();
+            if (!message.text.isEmpty() && message.text != "compilation error")
+                messages.append(message);
             continue;
         }
         const QString kind = match.captured(4);
         if (kind == "note")
             continue;
-        const bool isError = failed && kind != "warning";
-        const QString file = farm.sourceOfCopy(match.captured(1));
-        lines.add(prefix(isError) + printable(file) + ':' + match.captured(2) + ':'
-                  + match.captured(3) + ": " + printable(match.captured(5)));
+        message.isError = kind != "warning";
+        message.file = match.captured(1);
+        message.line = match.captured(2).toInt();
+        message.column = match.captured(3).toInt();
+        message.text = match.captured(5);
+        messages.append(message);
     }
-    return lines.result();
+    return messages;
+}
+
+QStringList rewriteGhdlLog(const QByteArray &text, const DirectoryFarm &farm, bool failed)
+{
+    QVector<ToolMessage> messages = readGhdlLog(text);
+    for (ToolMessage &message : messages)
+        message.isError = message.isError && failed;
+    return logLines(messages, farm);
 }
 
 bool hasErrors(const QStringList &log)

@@ -44,6 +44,9 @@ HOST_EXPORT QStringList logLines(const QVector<ToolMessage> &messages, const Dir
 /// every repetition.
 HOST_EXPORT QStringList rewriteVerilatorLog(const QByteArray &text, const DirectoryFarm &farm);
 
+/// The messages in what GHDL wrote, without quotations of the source and notes.
+HOST_EXPORT QVector<ToolMessage> readGhdlLog(const QByteArray &text);
+
 /// The same for GHDL, whose error lines carry no word that says so.
 ///
 /// \param failed false makes warnings of what would be errors.

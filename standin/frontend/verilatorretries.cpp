@@ -5,6 +5,7 @@
 
 #include "frontend/designrepair.h"
 #include "frontend/progress.h"
+#include "frontend/shortestfront.h"
 #include "frontend/sourceplaces.h"
 #include "frontend/toolbox.h"
 #include "frontend/toollog.h"
@@ -124,28 +125,21 @@ VerilatorReading::Attempt VerilatorReading::isolateCrash(const QString &top, Des
         attempt.gut(empty, toPorts);
         return attempt;
     };
-    int works = names.size(); // As many have to be empty, so far as is known.
-    int crashes = 0;
-    DesignRepair best = without(0, works);
+    DesignRepair best = without(0, names.size());
     Attempt result = run(top, best.text());
     if (!result.result.succeeded() && !progress.isCancelled()) {
         toPorts = true;
-        best = without(0, works);
+        best = without(0, names.size());
         result = run(top, best.text());
     }
     if (!result.result.succeeded() || progress.isCancelled())
         return result;
-    while (works - crashes > 1 && !progress.isCancelled()) {
-        const int middle = (works + crashes) / 2;
-        const DesignRepair next = without(0, middle);
-        const Attempt attempt = run(top, next.text());
-        if (attempt.result.succeeded()) {
-            works = middle;
-            best = next;
-        } else {
-            crashes = middle;
-        }
-    }
+    const int works = shortestFront(names.size(), [&](int first) {
+        const DesignRepair next = without(0, first);
+        const bool succeeds = !progress.isCancelled() && run(top, next.text()).result.succeeded();
+        best = succeeds ? next : best;
+        return succeeds;
+    });
     errors->append("ERROR: the module \"" + printable(names.at(works - 1))
                    + "\" can't be read: the tool fails on it");
     const DesignRepair single = without(works - 1, works);

@@ -5,6 +5,7 @@
 
 #include "frontend/verilatorreading.h"
 
+#include "frontend/progress.h"
 #include "frontend/verilogtext.h"
 
 namespace Standin {
@@ -117,7 +118,9 @@ bool VerilatorReading::translateVhdl(const QString &top, Artifact *artifact, QSt
             if (!type || !type->isVhdl || done.contains(use.type))
                 continue;
             done.insert(use.type, use.parameters);
-            if (!addEntity(type->name, &use, QString(), artifact, log))
+            // What can't be translated is a black box to the modules around it.
+            addEntity(type->name, &use, QString(), artifact, log);
+            if (progress.isCancelled())
                 return false;
         }
     }

@@ -4,12 +4,15 @@
 #include "netlist/definitionwriter.h"
 
 #include <QRegularExpression>
+#include <QSet>
 
 namespace Standin {
 
 bool isToolName(const QString &name, bool isVhdl)
 {
-    static const QRegularExpression ofGhdl(QStringLiteral("(^|\\.|_)n\\d+(_[a-z]+)?$"));
+    // A signal in a generate statement has a name such as "lane_n1_data".
+    static const QRegularExpression ofGhdl(
+        QStringLiteral("(^|\\.)n\\d+(_[a-z]+)?$|_n\\d+(_(o|q|oport))?$"));
     static const QLatin1String marks[] = {
         QLatin1String("__Vcell"), QLatin1String("__Viftop"),   QLatin1String("__Vfunc"),
         QLatin1String("__Vtask"), QLatin1String("__Vlvbound"), QLatin1String("__pinNumber")};
@@ -103,6 +106,20 @@ private:
     std::vector<int> definitionOfScope;
 };
 
+// The names of the wires that GHDL makes of what instances drive.
+static QSet<QString> outputWires(const RawDesign &design, const RawModule &module)
+{
+    QSet<QString> names;
+    for (const RawInstance &instance : module.instances) {
+        for (const RawConnection &connection : instance.connections) {
+            if (connection.direction != PortDirection::In)
+                names.insert(instance.sourceName + QLatin1Char('_')
+                             + design.names.string(connection.port));
+        }
+    }
+    return names;
+}
+
 int writeDefinitions(RawDesign *design, const RawModule &module, const ModuleFacts &facts,
                      const DefinitionTraits &traits, const QHash<quint32, int> &moduleByName,
                      const std::vector<int> &definitionOf, ModuleTable *table)
@@ -111,6 +128,7 @@ int writeDefinitions(RawDesign *design, const RawModule &module, const ModuleFac
     own.reserve(module.scopes.size());
     for (std::size_t scope = 0; scope < module.scopes.size(); ++scope)
         own.emplace_back(scope == 0 ? traits.moduleName : generateScopeModule());
+    const QSet<QString> toolWires = traits.isVhdl ? outputWires(*design, module) : QSet<QString>();
     for (std::size_t i = 0; i < module.variables.size(); ++i) {
         const RawVariable &variable = module.variables[i];
         const BitFacts *bits = facts.of(i);
@@ -118,7 +136,8 @@ int writeDefinitions(RawDesign *design, const RawModule &module, const ModuleFac
             continue;
         const QString name = variable.sourceName.isNull() ? design->names.string(variable.name)
                                                           : variable.sourceName;
-        if (isToolName(name, traits.isVhdl))
+        const bool isWire = variable.direction == PortDirection::None && toolWires.contains(name);
+        if (isWire || isToolName(name, traits.isVhdl))
             continue;
         const NetShape &shape = design->types.shape(variable.type);
         NetDeclaration net;

@@ -28,11 +28,12 @@ static std::vector<ModuleOrigin> findOrigins(const RawDesign &design, const XmlR
     for (const RawModule &module : design.modules) {
         const QString file = design.files.value(module.file);
         ModuleOrigin origin;
-        origin.name =
-            options.sourceNames.value(design.names.string(module.name), module.sourceName);
+        const QString name = design.names.string(module.name);
+        origin.name = options.sourceNames.value(name, module.sourceName);
         origin.isVhdl = options.vhdlFiles.contains(file);
         // A component without an entity comes out of the translation as a module with ports alone.
-        const bool isEmpty = module.facts.empty() && module.instances.empty();
+        const bool isEmpty = module.facts.empty() && module.instances.empty()
+            && !options.sourceNames.contains(name);
         origin.isBlackBox = options.blackBoxFiles.contains(file) || (origin.isVhdl && isEmpty);
         origins.push_back(origin);
     }

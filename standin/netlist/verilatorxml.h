@@ -26,7 +26,8 @@ struct XmlReadOptions
     QStringList vhdlFiles;
 
     /// Source names of modules whose name in the XML was made up by the translation: XML name to
-    /// source name. Others have the name that the XML gives as their original one.
+    /// source name. Others have the name that the XML gives as their original one. What has an
+    /// entry is in the sources, so it is no black box even if it is empty.
     QHash<QString, QString> sourceNames;
 };
 

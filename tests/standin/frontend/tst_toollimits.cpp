@@ -131,8 +131,9 @@ void tst_ToolLimits::outputOfVhdlIsLimited()
     options.outputBytes = 256;
     ExtractionTest test(options);
     test.addData({"mixed/pulse.vhd"});
-    QCOMPARE(test.modules().errors(),
-             QStringList("ERROR: ghdl was stopped: it wrote more than 0 MB"));
+    // What is left of the design may be too much for the next tool.
+    QCOMPARE(test.modules().errors().value(0),
+             QString("ERROR: ghdl was stopped: it wrote more than 0 MB"));
 }
 
 void tst_ToolLimits::sourcesAreLimited()

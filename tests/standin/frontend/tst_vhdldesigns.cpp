@@ -1,0 +1,307 @@
+// SPDX-FileCopyrightText: The project's authors
+// SPDX-License-Identifier: MIT
+
+#include "extractiontest.h"
+#include "frontend/ghdltext.h"
+#include "frontend/vhdlconstructs.h"
+#include "frontend/vhdlsignals.h"
+#include "testmain.h"
+
+using Standin::VhdlConstruct;
+
+/// What becomes of VHDL on its way through the synthesis: names, signals that nothing depends on,
+/// and the division of its text.
+class tst_VhdlDesigns : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void verilogWordsAreNames();
+    void keywordsAreTold_data();
+    void keywordsAreTold();
+    void everySignalIsThere();
+    void memoriesStayMemories();
+    void ownAttributeIsLeftAlone();
+    void emptyEntityIsALevel();
+    void textIsDivided_data();
+    void textIsDivided();
+    void oddTextIsDividedInTime_data();
+    void oddTextIsDividedInTime();
+};
+
+void tst_VhdlDesigns::verilogWordsAreNames()
+{
+    ExtractionTest test;
+    test.add(test.write(
+        "top.vhd",
+        "library ieee; use ieee.std_logic_1164.all;\n"
+        "entity logic is port (input : in std_logic; output : out std_logic); end;\n"
+        "architecture table of logic is signal reg : std_logic; begin\n"
+        "process (input) begin if rising_edge(input) then reg <= not reg; end if; end process;\n"
+        "output <= reg; end;\n"
+        "library ieee; use ieee.std_logic_1164.all;\n"
+        "entity top is port (clk, initial : in std_logic; always : out std_logic_vector(1 downto "
+        "0)); end;\n"
+        "architecture rtl of top is signal wire, assign, posedge, endmodule : std_logic;\n"
+        "signal module, priority : std_logic_vector(1 downto 0); begin\n"
+        "cell : entity work.logic port map (input => clk, output => wire);\n"
+        "assign <= wire and initial; posedge <= assign; endmodule <= posedge;\n"
+        "process (posedge) begin if rising_edge(posedge) then priority <= endmodule & wire; end "
+        "if; end process;\n"
+        "module <= priority; always <= module; end;\n"));
+    QCOMPARE(test.modules("top").errors(), QStringList());
+    const auto netlist = test.netlist();
+    QCOMPARE(levelLines(*netlist), (QStringList{"top top", "top/cell logic"}));
+    QStringList nets = netLines(*netlist);
+    nets.sort();
+    QCOMPARE(nets,
+             (QStringList{"top/always[1:0]", "top/assign", "top/cell/input", "top/cell/output",
+                          "top/cell/reg", "top/clk", "top/endmodule", "top/initial",
+                          "top/module[1:0]", "top/posedge", "top/priority[1:0]", "top/wire"}));
+}
+
+void tst_VhdlDesigns::keywordsAreTold_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QByteArray>("escaped");
+
+    QTest::newRow("none") << QByteArray("module a (input b, output [3:0] c); endmodule")
+                          << QByteArray("module a (input b, output [3:0] c); endmodule");
+    QTest::newRow("ports") << QByteArray("module reg (input input, output [1:0] output); endmodule")
+                           << QByteArray("module \\reg  (input \\input , output [1:0] \\output ); "
+                                         "endmodule");
+    QTest::newRow("declarations")
+        << QByteArray("module a (input b); wire wire; reg [3:0] reg; reg x; endmodule")
+        << QByteArray("module a (input b); wire \\wire ; reg [3:0] \\reg ; reg x; endmodule");
+    QTest::newRow("assignments")
+        << QByteArray("module a (input b); assign assign = reg & wire[2]; endmodule")
+        << QByteArray("module a (input b); assign \\assign  = \\reg  & \\wire [2]; endmodule");
+    QTest::newRow("process")
+        << QByteArray("module a (input b); always @(posedge posedge or negedge b) if (reg) always "
+                      "<= {output, b}; else initial <= 1; endmodule")
+        << QByteArray("module a (input b); always @(posedge \\posedge  or negedge b) if (\\reg ) "
+                      "\\always  <= {\\output , b}; else \\initial  <= 1; endmodule");
+    QTest::newRow("selection")
+        << QByteArray("module a (input b); always @* case (b) 1'b1: reg = 0; default: default = 1; "
+                      "endcase endmodule")
+        << QByteArray("module a (input b); always @* case (b) 1'b1: \\reg  = 0; default: \\default "
+                      " = 1; endcase endmodule");
+    QTest::newRow("instance")
+        << QByteArray("module a (input b); reg module (.input(wire), .b(b)); endmodule")
+        << QByteArray(
+               "module a (input b); \\reg  \\module  (.\\input (\\wire ), .b(b)); endmodule");
+    QTest::newRow("newer-words") << QByteArray("module a (input b); wire logic; assign logic = do;")
+                                 << QByteArray(
+                                        "module a (input b); wire \\logic ; assign \\logic  = \\do "
+                                        ";");
+    QTest::newRow("memory") << QByteArray("module a (input b); reg [7:0] reg[3:0]; initial begin "
+                                          "reg[3] = 8'h0; end endmodule")
+                            << QByteArray(
+                                   "module a (input b); reg [7:0] \\reg [3:0]; initial begin "
+                                   "\\reg [3] = 8'h0; end endmodule");
+}
+
+void tst_VhdlDesigns::keywordsAreTold()
+{
+    QFETCH(QByteArray, text);
+    QTEST(Standin::withEscapedKeywords(text), "escaped");
+}
+
+/// Whether anything depends on it or not.
+void tst_VhdlDesigns::everySignalIsThere()
+{
+    ExtractionTest test;
+    test.add(test.write("types.vhd",
+                        "package types is subtype word is bit_vector(7 downto 0);\n"
+                        "type state is (idle, run); type pair is record a : word; s : state; end "
+                        "record; end;\n"));
+    test.add(test.write("top.vhd",
+                        "use work.types.all;\n"
+                        "entity top is port (a : in bit; b : out bit); end;\n"
+                        "architecture r of top is\nsignal unused, unread : bit; signal w : word;\n"
+                        "signal s : state; signal n : natural range 0 to 7; signal p : pair;\n"
+                        "begin\nunread <= a; b <= a; s <= run when a = '1' else idle;\n"
+                        "g : for i in 0 to 1 generate signal inner : bit; begin inner <= a; end "
+                        "generate;\n"
+                        "k : block signal inblock : bit; begin inblock <= a; end block;\nend;\n"));
+    QCOMPARE(test.modules("top").errors(), QStringList());
+    const QStringList nets = netLines(*test.netlist());
+    for (const char *net : {"top/unused", "top/unread", "top/w[7:0]", "top/s", "top/n[2:0]",
+                            "top/p[8:0]", "top/g_n1_inner", "top/g_n2_inner", "top/k_inblock"})
+        QVERIFY2(nets.contains(QLatin1String(net)),
+                 qPrintable(QLatin1String(net) + " in " + nets.join(' ')));
+}
+
+void tst_VhdlDesigns::memoriesStayMemories()
+{
+    ExtractionTest test;
+    test.add(test.write(
+        "top.vhd",
+        "library ieee; use ieee.std_logic_1164.all; use ieee.numeric_std.all;\n"
+        "entity top is port (clk, we : in std_logic; a : in unsigned(9 downto 0);\n"
+        "d : in std_logic_vector(31 downto 0); q : out std_logic_vector(31 downto 0)); end;\n"
+        "architecture r of top is\n"
+        "type ram_t is array (0 to 1023) of std_logic_vector(31 downto 0); signal ram : ram_t;\n"
+        "begin process (clk) begin if rising_edge(clk) then if we = '1' then\n"
+        "ram(to_integer(a)) <= d; end if; q <= ram(to_integer(a)); end if; end process; end;\n"));
+    QCOMPARE(test.modules("top").errors(), QStringList());
+    QCOMPARE(netLines(*test.netlist()).filter("ram"), QStringList());
+}
+
+void tst_VhdlDesigns::ownAttributeIsLeftAlone()
+{
+    ExtractionTest test;
+    test.add(test.write("top.vhd",
+                        "entity top is port (a : in bit; b : out bit); end;\n"
+                        "architecture r of top is signal x : bit;\nattribute keep : string;\n"
+                        "attribute keep of x : signal is \"true\";\nbegin b <= x; x <= a; end;\n"));
+    QCOMPARE(test.modules("top").errors(), QStringList());
+    QVERIFY(netLines(*test.netlist()).contains("top/x"));
+}
+
+void tst_VhdlDesigns::emptyEntityIsALevel()
+{
+    ExtractionTest test;
+    test.add(test.write("top.vhd",
+                        "entity nothing is port (a : in bit); end;\n"
+                        "architecture r of nothing is begin end;\n"
+                        "entity top is port (a : in bit; b : out bit); end;\n"
+                        "architecture r of top is begin b <= a;\n"
+                        "u : entity work.nothing port map (a); end;\n"));
+    QCOMPARE(test.modules("top").errors(), QStringList());
+    QCOMPARE(levelLines(*test.netlist()), (QStringList{"top top", "top/u nothing"}));
+}
+
+/// One line for each part: its kind, its depth as blanks, and its first words.
+static QStringList partsOf(const QByteArray &text)
+{
+    static const char *const kinds[] = {"context", "unit",    "leaf",      "instance",
+                                        "region",  "process", "statement", "compound",
+                                        "list",    "element", "branch"};
+    const Standin::VhdlTokens tokens(text);
+    const Standin::VhdlConstructs constructs(tokens);
+    QStringList lines;
+    for (const VhdlConstruct &each : constructs.all()) {
+        QString line;
+        for (int up = each.parent; up >= 0; up = constructs.all()[std::size_t(up)].parent)
+            line += ' ';
+        const auto begin = int(tokens.begin(each.begin));
+        const auto end = int(tokens.end(each.end - 1));
+        const QString words = QString::fromUtf8(text.mid(begin, end - begin)).simplified();
+        lines.append(line + QLatin1String(kinds[each.kind]) + ": " + words.left(20));
+    }
+    return lines;
+}
+
+void tst_VhdlDesigns::textIsDivided_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QStringList>("parts");
+
+    QTest::newRow("entity") << QByteArray("library l; use l.p.all; entity e is generic (g : t := "
+                                          "f(1; 2)); port (a : in t; b : t); end entity e;")
+                            << QStringList{
+                                   "context: library l;",         "context: use l.p.all;",
+                                   "unit: entity e is generic ",  " list: generic (g : t := f(",
+                                   "  element: g : t := f(1; 2)", " list: port (a : in t; b : ",
+                                   "  element: a : in t",         "  element: b : t"};
+    QTest::newRow("architecture") << QByteArray(
+        "architecture r of e is signal s : t; component c port (a : t); end component; begin s <= "
+        "a; u : c port map (a => s); w : entity work.c; p : process (s) is variable v : t; begin "
+        "if a then b <= c; elsif d then b <= e; else b <= '0'; end if; case s is when x => b <= 1; "
+        "when others => null; end case; for i in s'range loop v := i; end loop; end process; g : "
+        "if a generate t <= s; else generate begin end; end generate; k : block is begin end "
+        "block; end;")
+                                  << QStringList{"unit: architecture r of e ",
+                                                 " leaf: signal s : t;",
+                                                 " compound: component c port (a ",
+                                                 "  list: port (a : t);",
+                                                 "   element: a : t",
+                                                 " leaf: s <= a;",
+                                                 " instance: u : c port map (a =>",
+                                                 " instance: w : entity work.c;",
+                                                 " process: p : process (s) is v",
+                                                 "  leaf: variable v : t;",
+                                                 "  statement: if a then b <= c; el",
+                                                 "   leaf: b <= c;",
+                                                 "   branch: elsif d then",
+                                                 "   leaf: b <= e;",
+                                                 "   branch: else",
+                                                 "   leaf: b <= '0';",
+                                                 "  statement: case s is when x => ",
+                                                 "   branch: when x =>",
+                                                 "   leaf: b <= 1;",
+                                                 "   branch: when others =>",
+                                                 "   leaf: null;",
+                                                 "  statement: for i in s'range loo",
+                                                 "   leaf: v := i;",
+                                                 " region: g : if a generate t ",
+                                                 "  leaf: t <= s;",
+                                                 "  branch: else generate",
+                                                 " region: k : block is begin e"};
+    QTest::newRow("package") << QByteArray(
+        "package p is type r is record a : t; b : u; end record; function f(a : t) return t; type "
+        "e is (x, y); end; package body p is function f(a : t) return t is begin return a; end; "
+        "end package body; configuration c of e is for r for all : x use entity work.y; end for; "
+        "end for; end;")
+                             << QStringList{"unit: package p is type r ",
+                                            " compound: type r is record a :",
+                                            "  leaf: a : t;",
+                                            "  leaf: b : u;",
+                                            " leaf: function f(a : t) re",
+                                            " leaf: type e is (x, y);",
+                                            "unit: package body p is fu",
+                                            " compound: function f(a : t) re",
+                                            "  leaf: return a;",
+                                            "unit: configuration c of e",
+                                            " compound: for r for all : x us",
+                                            "  leaf: for all : x use enti"};
+    QTest::newRow("not-ended") << QByteArray(
+        "entity e is port (a : in t; architecture r of e is signal s : t begin p : process begin s "
+        "<= a end; library l; entity f is end;")
+                               << QStringList{"unit: entity e is port (a ",
+                                              " leaf: port (a : in t;",
+                                              "unit: architecture r of e ",
+                                              " leaf: signal s : t",
+                                              " process: p : process begin s ",
+                                              "  leaf: s <= a",
+                                              "context: library l;",
+                                              "unit: entity f is end;"};
+}
+
+void tst_VhdlDesigns::textIsDivided()
+{
+    QFETCH(QByteArray, text);
+    QFETCH(QStringList, parts);
+    qInfo("%s", qPrintable(partsOf(text).join("\n")));
+    QCOMPARE(partsOf(text).join('\n'), parts.join('\n'));
+}
+
+void tst_VhdlDesigns::oddTextIsDividedInTime_data()
+{
+    QTest::addColumn<QByteArray>("piece");
+
+    for (const char *piece : {"if ",     "process ",   "end if ",       "end ",
+                              "( ",      "for ",       "when ",         "else ",
+                              "case ",   "component ", "function ",     "type x is record ",
+                              "a : ",    "begin ",     "package p is ", "architecture a of b is ",
+                              "port ( ", "generate ",  "library ",      "entity e is ",
+                              "/* ",     "\" ",        "signal "})
+        QTest::newRow(QByteArray(piece).trimmed().replace(' ', '-').constData())
+            << QByteArray(piece);
+}
+
+/// Without an end of anything. What takes the square of the length would take minutes here.
+void tst_VhdlDesigns::oddTextIsDividedInTime()
+{
+    QFETCH(QByteArray, piece);
+    const QByteArray text = "architecture a of b is begin process begin " + piece.repeated(200000);
+    const Standin::VhdlTokens tokens(text);
+    const Standin::VhdlConstructs constructs(tokens);
+    QVERIFY(!constructs.units().empty());
+    for (const VhdlConstruct &each : constructs.all())
+        QVERIFY(each.begin < each.end && each.end <= tokens.count());
+}
+
+MOLK_TEST_GUILESS_MAIN(tst_VhdlDesigns)
+#include "tst_vhdldesigns.moc"
