@@ -159,11 +159,11 @@ static QXmlStreamReader::TokenType nextTag(QXmlStreamReader *xml, bool *isForeig
 
 static void checkSameElement(const TagReader &reader, const QXmlStreamReader &xml)
 {
-    require(reader.name() == xml.name());
+    require(reader.name() == xml.qualifiedName());
     const QXmlStreamAttributes attributes = xml.attributes();
     for (const QXmlStreamAttribute &attribute : attributes) {
-        const QByteArray name = attribute.name().toLatin1();
-        if (QString::fromLatin1(name) != attribute.name())
+        const QByteArray name = attribute.qualifiedName().toLatin1();
+        if (QString::fromLatin1(name) != attribute.qualifiedName())
             continue;
         require(withoutBlanks(reader.attribute(QLatin1String(name)).toString())
                 == withoutBlanks(attribute.value().toString()));
