@@ -3,14 +3,11 @@
 
 #include "frontend/progress.h"
 #include "frontend/toolbox.h"
-#include "frontend/toolrunner.h"
 #include "testmain.h"
+#include "tooltest.h"
 
-#include <QDir>
 #include <QFile>
 #include <QSignalSpy>
-#include <QTemporaryDir>
-#include <QTemporaryFile>
 #include <QThread>
 #include <QTimer>
 
@@ -18,15 +15,14 @@
 #include <atomic>
 #include <cerrno>
 #include <csignal>
-#include <netinet/in.h>
 #include <sys/file.h>
-#include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 using Standin::ToolOutcome;
 
-class tst_ToolRunner : public QObject
+/// Tools run with limits, and leave nothing behind.
+class tst_ToolRunner : public ToolTest
 {
     Q_OBJECT
 
@@ -49,39 +45,9 @@ private slots:
     void workBesideTurnsTheEventLoop();
     void failuresAreDescribed_data();
     void failuresAreDescribed();
-    void confinedToolWritesOnlyInItsDirectory();
-    void confinedToolReachesNothingElse();
-    void confinedToolEndsAsByItself_data();
-    void confinedToolEndsAsByItself();
-    void missingConfinementIsSaidOnce();
-    void confinementThatFailsIsSaid();
     void toolIsFound();
     void identityChangesWithTheProgram();
-
-private:
-    Standin::ToolCommand shell(const QString &script) const;
-    QByteArray content(const QString &name) const;
-
-    QTemporaryDir directory;
-    Standin::ToolLimits limits;
 };
-
-Standin::ToolCommand tst_ToolRunner::shell(const QString &script) const
-{
-    Standin::ToolCommand command;
-    command.program = "/bin/sh";
-    command.arguments = QStringList{"-c", script};
-    command.directory = directory.path();
-    command.outputFile = directory.filePath("out");
-    command.errorFile = directory.filePath("err");
-    return command;
-}
-
-QByteArray tst_ToolRunner::content(const QString &name) const
-{
-    QFile file(directory.filePath(name));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 static bool isAlive(const QByteArray &pid)
 {
@@ -245,7 +211,8 @@ void tst_ToolRunner::quittingKillsTheTool()
 {
     Standin::Progress progress;
     QTimer::singleShot(50, QCoreApplication::instance(), SLOT(quit()));
-    QCOMPARE(Standin::runTool(shell("sleep 60"), limits, progress).outcome, ToolOutcome::Cancelled);
+    QCOMPARE(Standin::runTool(shell("sleep 60"), limits, progress).outcome,
+             ToolOutcome::Cancelled);
     QVERIFY(progress.isCancelled());
     // Until an event loop of the application has run, no other loop would.
     QTimer::singleShot(0, QCoreApplication::instance(), SLOT(quit()));
@@ -335,139 +302,6 @@ void tst_ToolRunner::failuresAreDescribed()
     QFETCH(int, exitCode);
     const Standin::ToolResult result{ToolOutcome(outcome), exitCode};
     QTEST(Standin::describeFailure("/bin/tool", result, limits), "text");
-}
-
-/// Where the machine can't confine, the tool has to run all the same, which the next test shows.
-void tst_ToolRunner::confinedToolWritesOnlyInItsDirectory()
-{
-    const QTemporaryDir outside(QDir::currentPath() + "/molk-test-XXXXXX");
-    QVERIFY(outside.isValid());
-    Standin::ToolBox tools((Standin::ExtractionOptions()));
-    Standin::Progress progress;
-    QStringList log;
-    const QString canary = outside.filePath("canary");
-    const Standin::ToolResult result =
-        tools.runConfined(shell("touch inside; touch '" + canary + "'"), progress, &log);
-    QVERIFY(QFile::exists(directory.filePath("inside")));
-    if (log.isEmpty()) {
-        QVERIFY(!result.succeeded());
-        QVERIFY(!QFile::exists(canary));
-    } else {
-        QVERIFY(log.first().startsWith("WARNING: bubblewrap"));
-        QVERIFY(result.succeeded());
-    }
-}
-
-namespace {
-
-/// A server on this machine that takes connections and leaves them.
-class LocalServer
-{
-public:
-    LocalServer()
-        : descriptor(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0))
-    {
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        socklen_t length = sizeof address;
-        auto *any = reinterpret_cast<sockaddr *>(&address);
-        if (::bind(descriptor, any, length) == 0 && ::listen(descriptor, 8) == 0
-            && ::getsockname(descriptor, any, &length) == 0)
-            port = ntohs(address.sin_port);
-    }
-
-    ~LocalServer() { ::close(descriptor); }
-
-    Q_DISABLE_COPY(LocalServer)
-
-    int port = 0;
-
-private:
-    int descriptor;
-};
-
-} // namespace
-
-/// Each act works for a tool that isn't confined, which shows that it is one.
-void tst_ToolRunner::confinedToolReachesNothingElse()
-{
-    const LocalServer server;
-    QVERIFY(server.port > 0);
-    QTemporaryFile other("/tmp/molk-test-XXXXXX");
-    QVERIFY(other.open());
-    const QStringList acts = {
-        QString("bash -c 'exec 3<>/dev/tcp/127.0.0.1/%1'").arg(server.port),
-        "test -e " + other.fileName(),
-        QString("kill -0 %1").arg(::getpid()),
-        "touch " + QDir::homePath() + "/molk-test-canary",
-    };
-    const QString canary = QDir::homePath() + "/molk-test-canary";
-    Standin::ToolBox tools((Standin::ExtractionOptions()));
-    Standin::Progress progress;
-    for (const QString &act : acts) {
-        QStringList log;
-        QVERIFY2(tools.run(shell(act), progress).succeeded(), qPrintable(act));
-        QFile::remove(canary);
-        const bool works = tools.runConfined(shell(act), progress, &log).succeeded();
-        // Where the machine can't confine, the log says so.
-        if (!log.isEmpty()) {
-            QFile::remove(canary);
-            return;
-        }
-        QVERIFY2(!works, qPrintable(act));
-        QVERIFY(!QFile::exists(canary));
-    }
-}
-
-void tst_ToolRunner::confinedToolEndsAsByItself_data()
-{
-    QTest::addColumn<QString>("script");
-    QTest::newRow("success") << "true";
-    QTest::newRow("failure") << "exit 3";
-    QTest::newRow("crash") << "kill -SEGV $$";
-    QTest::newRow("processor-time") << "kill -XCPU $$";
-    QTest::newRow("output") << "ulimit -f 1; exec dd if=/dev/zero of=big bs=1M count=1";
-}
-
-void tst_ToolRunner::confinedToolEndsAsByItself()
-{
-    QFETCH(QString, script);
-    Standin::Progress progress;
-    Standin::ToolBox tools((Standin::ExtractionOptions()));
-    QStringList log;
-    const Standin::ToolResult plain = tools.run(shell(script), progress);
-    const Standin::ToolResult confined = tools.runConfined(shell(script), progress, &log);
-    QCOMPARE(confined.outcome, plain.outcome);
-    QCOMPARE(confined.exitCode, plain.exitCode);
-    QCOMPARE(confined.succeeded(), script == "true");
-}
-
-void tst_ToolRunner::missingConfinementIsSaidOnce()
-{
-    Standin::ExtractionOptions options;
-    options.bubblewrap = "/nonexistent/bwrap";
-    Standin::ToolBox tools(options);
-    Standin::Progress progress;
-    QStringList log;
-    QVERIFY(tools.runConfined(shell("true"), progress, &log).succeeded());
-    QVERIFY(tools.runConfined(shell("true"), progress, &log).succeeded());
-    QCOMPARE(log,
-             QStringList("WARNING: bubblewrap is missing or can't be used here, so GHDL runs "
-                         "without confinement; VHDL from a source that you don't trust could "
-                         "write to your files"));
-    QCOMPARE(tools.runs(), 2);
-}
-
-void tst_ToolRunner::confinementThatFailsIsSaid()
-{
-    Standin::ExtractionOptions options;
-    options.bubblewrap = "/bin/false";
-    Standin::ToolBox tools(options);
-    Standin::Progress progress;
-    QStringList log;
-    QVERIFY(tools.runConfined(shell("true"), progress, &log).succeeded());
-    QCOMPARE(log.size(), 1);
 }
 
 void tst_ToolRunner::toolIsFound()
