@@ -24,9 +24,28 @@ function(molk_compile_rules target)
     file(REMOVE ${folder}/${target}_autogen/timestamp)
 endfunction()
 
-# A static library. INCLUDES are folders below the project's root that users of the library see.
+# The headers ui_NAME.h of forms/NAME.ui, for the sources of a target. They are outputs that the build
+# knows, so that a change to a form reaches all that includes it in the same build. What CMAKE_AUTOUIC
+# makes is unknown to the build, which then finds the change one build too late.
+function(molk_add_forms target)
+    set(folder ${CMAKE_CURRENT_BINARY_DIR}/ui)
+    file(MAKE_DIRECTORY ${folder})
+    foreach(name IN LISTS ARGN)
+        set(form ${PROJECT_SOURCE_DIR}/forms/${name}.ui)
+        set(header ${folder}/ui_${name}.h)
+        add_custom_command(OUTPUT ${header} COMMAND Qt5::uic -o ${header} ${form} DEPENDS ${form}
+            VERBATIM)
+        set_source_files_properties(${header} PROPERTIES SKIP_AUTOMOC ON)
+        target_sources(${target} PRIVATE ${header})
+    endforeach()
+    target_include_directories(${target} PRIVATE ${folder})
+    set_target_properties(${target} PROPERTIES MOLK_FORMS "${ARGN}")
+endfunction()
+
+# A static library. FORMS are names of forms, INCLUDES folders below the project's root that users of
+# the library see.
 function(molk_add_library target)
-    cmake_parse_arguments(arg "" "" "SOURCES;INCLUDES;LINK" ${ARGN})
+    cmake_parse_arguments(arg "" "" "SOURCES;FORMS;INCLUDES;LINK" ${ARGN})
     add_library(${target} STATIC ${arg_SOURCES})
     foreach(folder IN LISTS arg_INCLUDES)
         target_include_directories(${target} PUBLIC
@@ -34,6 +53,9 @@ function(molk_add_library target)
     endforeach()
     target_link_libraries(${target} PUBLIC ${arg_LINK})
     set_target_properties(${target} PROPERTIES POSITION_INDEPENDENT_CODE ON)
+    if(arg_FORMS)
+        molk_add_forms(${target} ${arg_FORMS})
+    endif()
     molk_compile_rules(${target})
 endfunction()
 
@@ -41,6 +63,8 @@ endfunction()
 # tests/support/blockcount.h.
 function(molk_add_counted_library target library)
     get_target_property(sources ${library} SOURCES)
+    list(FILTER sources EXCLUDE REGEX "/ui_[a-z]+\\.h$")
+    get_target_property(forms ${library} MOLK_FORMS)
     get_target_property(folder ${library} SOURCE_DIR)
     set(counted)
     foreach(source IN LISTS sources)
@@ -52,6 +76,9 @@ function(molk_add_counted_library target library)
         $<TARGET_PROPERTY:${library},INTERFACE_INCLUDE_DIRECTORIES>)
     target_link_libraries(${target} PUBLIC $<TARGET_PROPERTY:${library},INTERFACE_LINK_LIBRARIES>)
     target_compile_options(${target} PRIVATE -fsanitize-coverage=trace-pc)
+    if(forms)
+        molk_add_forms(${target} ${forms})
+    endif()
     molk_compile_rules(${target})
 endfunction()
 
