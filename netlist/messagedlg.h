@@ -17,6 +17,9 @@ class MessageDlg : public QDialog
     Q_OBJECT
 
 public:
+    /// Makes a dialog without lines.
+    ///
+    /// \param parent may be null.
     explicit MessageDlg(QWidget *parent);
     ~MessageDlg() override;
 

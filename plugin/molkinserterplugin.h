@@ -15,9 +15,14 @@ class MolkInserterPlugin : public Addin::IPlugin
     Q_INTERFACES(Addin::IPlugin)
 
 public:
-    /// Always true.
+    /// Hands the wizard to the host's object pool and registers the manager with the host.
+    /// \return true in every case.
     bool initialize() override;
+
+    /// Does nothing: no other plug-in is asked for anything.
     void extensions() override;
+
+    /// Ends the manager; open views stay the host's.
     void shutdown() override;
 };
 

@@ -19,6 +19,7 @@ class NewFileDialog : public QDialog
 
 public:
     /// \param path directory to offer; the home directory if it is empty.
+    /// \param parent may be null.
     NewFileDialog(const QString &path, QWidget *parent);
     ~NewFileDialog() override;
 

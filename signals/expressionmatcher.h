@@ -20,9 +20,11 @@ namespace MOLK {
 class ExpressionMatcher
 {
 public:
+    /// \param pattern may be empty or invalid; an invalid one matches no name.
     ExpressionMatcher(const QString &pattern, Qt::CaseSensitivity caseSensitivity,
                       QRegExp::PatternSyntax syntax);
 
+    /// Whether the expression matches \a name from its first character to its last.
     bool matches(const QString &name) const;
 
     /// Whether the expression itself is covered.

@@ -14,7 +14,10 @@ namespace MOLK {
 class LiteralMatcher
 {
 public:
+    /// Looks for an empty text.
     LiteralMatcher() = default;
+
+    /// \param text taken literally.
     LiteralMatcher(const QString &text, Qt::CaseSensitivity caseSensitivity);
 
     /// Whether the text occurs in \a name. An empty text occurs in every name.

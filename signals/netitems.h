@@ -12,15 +12,15 @@ class RtlNetBus;
 
 namespace MOLK {
 
-/// What a net or bus of the netlist becomes in a port's list.
+/// What \a net, a net that stands outside any bus, becomes in a port's list.
 ///
-/// \param type 0 for a Probe In, 1 for a Probe Out: an item may be chosen unless the netlist
-///        excludes it from that direction, the bus and each bit by its own flags.
-
-/// The item of \a net, a net that stands outside any bus.
+/// \param net not null.
+/// \param type 0 for a Probe In, 1 for a Probe Out: the item may be chosen unless the netlist
+///        excludes the net from that direction.
 SignalItem itemOfNet(const FATHOM::RtlNet *net, int type);
 
-/// The item of \a bus with one member for each of its bits, in order.
+/// As itemOfNet() for \a bus, with one member for each of its bits, in order. Bus and bits are each
+/// judged by their own flags.
 SignalItem itemOfBus(const FATHOM::RtlNetBus *bus, int type);
 
 } // namespace MOLK

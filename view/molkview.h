@@ -47,6 +47,9 @@ class MOLK_EXPORT MolkView : public Core::IView, public QUtil::IEventHandler
     Q_OBJECT
 
 public:
+    /// Makes a view without a file, which hears the host's events from here on.
+    ///
+    /// \param parent may be null.
     explicit MolkView(QWidget *parent = nullptr);
     ~MolkView() override;
 
@@ -108,17 +111,36 @@ public slots:
     /// marked already.
     void onModified();
 
+    /// Offers to add a core, or to remove the one whose line lies at \a pos of the tree's viewport.
+    /// Whatever comes of a removal, the first core's page is shown then. Nested event loops run in
+    /// here, and the view may be gone when it returns.
     void on_treeWidget_customContextMenuRequested(const QPoint &pos);
+
+    /// Shows the page of the core whose line is \a index, as changeMolkWidget() does.
     void on_treeWidget_doubleClicked(const QModelIndex &index);
     void on_treeWidget_clicked(const QModelIndex &index);
+
+    /// Hides the banner about a changed netlist file.
     void onOKBtn();
 
-    // The file on disk.
+    /// The watcher has seen a change of the file: asks the user half a second later what to do, by
+    /// checkForReload(). What changes until the user has answered is ignored.
     void onFileChange();
+
+    /// Raises the banner: whether to reload, or whether to keep the view if there is no file.
     void checkForReload();
+
+    /// The answers of that banner, which is the sender and is taken down. Reloading reads the file
+    /// and makes all cores and pages anew; the modified state stays unless the file has no cores.
+    /// If the file can't be read the user is told so, and the view closes as by onBannerClose().
     void onBannerReload();
+
+    /// The view stays as it is; onBannerKeep() is the same.
     void onBannerCancel();
     void onBannerKeep();
+
+    /// Ends the modified state, with modificationStatusChanged() if it was set, and closes the
+    /// view's parent and with it the view, without a question.
     void onBannerClose();
 
     /// Subscribes to the host's events about the design.
@@ -133,8 +155,11 @@ public slots:
     /// \return false if there is no netlist now; the user has been told why.
     bool readRtlNetlist();
 
-    // The design.
+    /// The answers of the banner about a change of the design, which is the sender and is taken
+    /// down. A design that is refused on reloading closes the view as onBannerClose() does.
     void onRtlReload();
+
+    /// The view goes on with the netlist that it has.
     void onReloadCancel();
 
 protected:

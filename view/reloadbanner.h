@@ -23,13 +23,15 @@ public:
 
     /// \param mode one of the two constants; any other gives a banner that never answers.
     /// \param file path that the question names; may be empty.
+    /// \param parent may be null.
     ReloadBanner(int mode, const QString &file, QWidget *parent);
     ~ReloadBanner() override;
 
-    /// Asks another question, in plain text.
+    /// Asks another question, in plain text. The answers stay.
     void setBannerText(const QString &text);
 
 signals:
+    /// The user's answer. A banner emits one for each click, and stays until it is taken down.
     void reload();
     void cancel();
     void keepIt();

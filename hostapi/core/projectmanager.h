@@ -9,6 +9,7 @@ namespace Core {
 
 class IProject;
 
+/// Knows the project that the user works on.
 class HOST_EXPORT ProjectManager
 {
 public:

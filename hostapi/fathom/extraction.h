@@ -15,7 +15,7 @@ namespace FATHOM {
 
 class RtlNetlist;
 
-/// Parses the design named by \a info.
+/// Parses the design named by \a info. A nested event loop may run meanwhile.
 ///
 /// \param topModules comes in empty; receives the candidates for the top module.
 /// \param modules comes in empty; receives the modules below the top module that \a info names
