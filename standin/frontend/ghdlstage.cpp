@@ -54,7 +54,7 @@ void GhdlStage::scan(DesignGraph *graph)
     for (const SourceFile &file : sources.files) {
         if (file.language != SourceFile::Vhdl)
             continue;
-        const QByteArray text = maskVhdlPragmas(file.text);
+        const QByteArray text = withoutBlanksInNames(maskVhdlPragmas(file.text));
         const int before = entities.all().size();
         scanVhdl(text, &entities);
         QString library = file.library.toLower();
@@ -80,6 +80,7 @@ QStringList GhdlStage::options(const QString &library) const
             "-fsynopsys",
             "-fexplicit",
             "-frelaxed",
+            "-Wno-hide",
             "--work=" + library,
             "--workdir=.",
             "-P."};
@@ -211,8 +212,8 @@ bool GhdlStage::synthesize(const QByteArray &entity, const QVector<Setting> &gen
         *log += linesOf(last.errors);
         return false;
     }
-    const QByteArray text =
-        withEscapedKeywords(stripComments(farm.read("synthesized.v", longestText)));
+    const QByteArray text = withEscapedKeywords(
+        stripComments(withEscapedNames(farm.read("synthesized.v", longestText))));
     result->text = withoutBlackBoxes(text, scanVerilog(text), entities);
     result->graph = scanVerilog(result->text);
     result->sourceNames = namesOf(result->graph);

@@ -31,6 +31,61 @@ QByteArray withoutBlackBoxes(const QByteArray &text, const DesignGraph &graph,
     return result;
 }
 
+static bool isBlank(char c)
+{
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
+static bool isInWord(char c)
+{
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
+}
+
+/// End of the name whose first backslash is at \a at: extended identifiers with words between them.
+static int nameEnd(const QByteArray &text, int at)
+{
+    while (at < text.size()) {
+        if (isInWord(text.at(at))) {
+            ++at;
+            continue;
+        }
+        int close = at + 1;
+        while (close < text.size() && text.at(close) != '\\' && !isBlank(text.at(close)))
+            ++close;
+        if (text.at(at) != '\\' || close == text.size() || text.at(close) != '\\')
+            break;
+        at = close + 1;
+    }
+    return at;
+}
+
+QByteArray withEscapedNames(const QByteArray &text)
+{
+    QByteArray result;
+    result.reserve(text.size());
+    bool inString = false;
+    for (int i = 0; i < text.size(); ++i) {
+        const char c = text.at(i);
+        if (c == '"')
+            inString = !inString;
+        const int end = c == '\\' && !inString ? nameEnd(text, i) : i;
+        if (end == i) {
+            result += c;
+            if (inString && c == '\\' && i + 1 < text.size())
+                result += text.at(++i);
+            continue;
+        }
+        int begin = result.size();
+        while (begin > 0 && isInWord(result.at(begin - 1)))
+            --begin;
+        QByteArray name = result.mid(begin) + text.mid(i, end - i);
+        result.truncate(begin);
+        result += '\\' + name.replace("\\", "") + ' ';
+        i = end - 1;
+    }
+    return result;
+}
+
 namespace {
 
 /// Tells the words of the language from names that look like them. What GHDL writes has few forms,

@@ -16,6 +16,10 @@ namespace Standin {
 HOST_EXPORT QByteArray withoutBlackBoxes(const QByteArray &text, const DesignGraph &graph,
                                          const DesignGraph &entities);
 
+/// \a text, which GHDL's synthesis wrote, with each name that holds an extended identifier of VHDL
+/// written as an escaped identifier of Verilog. GHDL itself leaves the backslashes where they are.
+HOST_EXPORT QByteArray withEscapedNames(const QByteArray &text);
+
 /// \a text, which GHDL's synthesis wrote, with each name that is a word of the Verilog language
 /// written as an escaped identifier. GHDL itself writes VHDL's names as they are.
 HOST_EXPORT QByteArray withEscapedKeywords(const QByteArray &text);

@@ -122,13 +122,15 @@ QStringList VerilatorReading::arguments(const QString &top) const
               << "made"
               << "--xml-output" << resultFile;
     arguments << "--top-module" << (top.isEmpty() ? QString(nothingModule) : top);
-    return arguments << parametersOf(top) << designFile << translatedFiles << stubFile();
+    return arguments << parametersOf(top) << designFile << stubFile();
 }
 
 /// The preprocessed text as it is to be read now.
 QByteArray VerilatorReading::designText() const
 {
-    return leavesOutChecks ? inPlainDialect(preprocessed.text) : preprocessed.text;
+    const QByteArray text =
+        translated.isEmpty() ? preprocessed.text : preprocessed.text + '\n' + translated;
+    return leavesOutChecks ? inPlainDialect(text) : text;
 }
 
 static bool isPlainName(const QString &name)
@@ -194,9 +196,7 @@ VerilatorReading::Attempt VerilatorReading::run(const QString &top, const QByteA
         QLatin1String(top.isEmpty() ? "Checking the sources" : "Elaborating the design"));
     Attempt attempt;
     const bool isWhole = text.constData() == preprocessed.text.constData();
-    DesignGraph all = isWhole ? preprocessed.graph : scanVerilog(text);
-    for (const ScannedModule &module : translated.all())
-        all.add(module);
+    const DesignGraph all = isWhole ? preprocessed.graph : scanVerilog(text);
     // VHDL entities that aren't needed have no text, and need no stub either.
     const QByteArray stubs = stubModules(all) + "module " + nothingModule + "; endmodule\n";
     ToolCommand command;

@@ -65,8 +65,8 @@ private:
     GhdlStage ghdl;
     VerilogVariant variant;
     PreprocessedText preprocessed;
-    DesignGraph design;     ///< Of both languages.
-    DesignGraph translated; ///< The modules made from VHDL.
+    DesignGraph design;    ///< Of both languages.
+    QByteArray translated; ///< The modules made from VHDL, with directives that name their files.
     QStringList translatedFiles;
     bool leavesOutChecks = false; ///< See retryWithoutChecks().
 };

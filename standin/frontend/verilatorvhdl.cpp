@@ -91,15 +91,10 @@ bool VerilatorReading::addEntity(const QByteArray &entity, const InstanceUse *us
         if (!artifact->sourceNames.contains(it.key()))
             artifact->sourceNames.insert(it.key(), it.value());
     }
-    for (const ScannedModule &other : result.graph.all()) {
-        ScannedModule part = other;
-        if (module && part.name == module->name)
-            part.name = wanted;
-        translated.add(part);
-    }
     const QString file = QString("vhdl%1.v").arg(translatedFiles.size() + 1);
     translatedFiles.append(file);
-    return farm.write(file, result.text);
+    translated += "`line 1 \"" + file.toUtf8() + "\" 0\n" + result.text + '\n';
+    return true;
 }
 
 /// Translates the entities that are the top or that Verilog modules below the top instantiate.

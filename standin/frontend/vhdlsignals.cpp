@@ -87,6 +87,24 @@ void VhdlNetTypes::resolve()
     }
 }
 
+QByteArray withoutBlanksInNames(const QByteArray &source)
+{
+    // Most sources have none and stay as they are.
+    if (!source.contains('\\'))
+        return source;
+    const VhdlTokens tokens(source);
+    QByteArray result = source;
+    for (int i = 0; i < tokens.count(); ++i) {
+        if (source.at(int(tokens.begin(i))) != '\\')
+            continue;
+        for (quint32 at = tokens.begin(i); at < tokens.end(i); ++at) {
+            if (source.at(int(at)) == ' ')
+                result[int(at)] = '~';
+        }
+    }
+    return result;
+}
+
 bool declaresKeep(const QByteArray &source)
 {
     const VhdlTokens tokens(source);

@@ -52,6 +52,10 @@ private:
 HOST_EXPORT QByteArray withKeptSignals(const QByteArray &source, const VhdlNetTypes &types,
                                        QVector<VhdlInsertion> *insertions);
 
+/// \a source with the blanks in extended identifiers written as tildes, as the escaped identifiers
+/// that the synthesis makes of them can't hold blanks. The reader of the netlist takes that back.
+HOST_EXPORT QByteArray withoutBlanksInNames(const QByteArray &source);
+
 /// True if \a source declares an attribute of the name that marks them.
 HOST_EXPORT bool declaresKeep(const QByteArray &source);
 

@@ -3,8 +3,8 @@
 
 #include "netlist/definitionwriter.h"
 
+#include <QHash>
 #include <QRegularExpression>
-#include <QSet>
 
 namespace Standin {
 
@@ -62,13 +62,20 @@ static QByteArray flagsFromLeft(const NetShape &shape, const BitFacts *facts, bo
     return flags;
 }
 
+// The translation from VHDL writes blanks in names as tildes.
+static QString withBlanks(const QString &name, bool isVhdl)
+{
+    return isVhdl ? QString(name).replace(QLatin1Char('~'), QLatin1Char(' ')) : name;
+}
+
 // Instances and scopes whose own definitions are there already.
 class ScopeWriter
 {
 public:
     ScopeWriter(const RawModule &rawModule, const QHash<quint32, int> &modulesByName,
-                const std::vector<int> &definitionsOf)
+                const std::vector<int> &definitionsOf, bool isOfVhdl)
         : module(rawModule)
+        , isVhdl(isOfVhdl)
         , moduleByName(modulesByName)
         , definitionOf(definitionsOf)
         , definitionOfScope(rawModule.scopes.size(), -1)
@@ -92,32 +99,34 @@ public:
             const int number = child < 0 ? -1 : definitionOf[std::size_t(child)];
             if (number < 0)
                 continue;
+            const QString name = withBlanks(instance.sourceName, isVhdl);
             if (instance.isArray)
-                definition->addInstanceArray(instance.sourceName, number, instance.range);
+                definition->addInstanceArray(name, number, instance.range);
             else
-                definition->addInstance(instance.sourceName, number);
+                definition->addInstance(name, number);
         }
     }
 
 private:
     const RawModule &module;
+    bool isVhdl;
     const QHash<quint32, int> &moduleByName;
     const std::vector<int> &definitionOf;
     std::vector<int> definitionOfScope;
 };
 
-// The names of the wires that GHDL makes of what instances drive.
-static QSet<QString> outputWires(const RawDesign &design, const RawModule &module)
+// The names of the wires that GHDL makes of what instances drive. Of a black box it isn't known
+// what it drives.
+static QHash<QString, bool> instanceWires(const RawDesign &design, const RawModule &module)
 {
-    QSet<QString> names;
+    QHash<QString, bool> isOutput;
     for (const RawInstance &instance : module.instances) {
-        for (const RawConnection &connection : instance.connections) {
-            if (connection.direction != PortDirection::In)
-                names.insert(instance.sourceName + QLatin1Char('_')
-                             + design.names.string(connection.port));
-        }
+        for (const RawConnection &connection : instance.connections)
+            isOutput.insert(instance.sourceName + QLatin1Char('_')
+                                + design.names.string(connection.port),
+                            connection.direction != PortDirection::In);
     }
-    return names;
+    return isOutput;
 }
 
 int writeDefinitions(RawDesign *design, const RawModule &module, const ModuleFacts &facts,
@@ -128,7 +137,8 @@ int writeDefinitions(RawDesign *design, const RawModule &module, const ModuleFac
     own.reserve(module.scopes.size());
     for (std::size_t scope = 0; scope < module.scopes.size(); ++scope)
         own.emplace_back(scope == 0 ? traits.moduleName : generateScopeModule());
-    const QSet<QString> toolWires = traits.isVhdl ? outputWires(*design, module) : QSet<QString>();
+    const QHash<QString, bool> wires =
+        traits.isVhdl ? instanceWires(*design, module) : QHash<QString, bool>();
     for (std::size_t i = 0; i < module.variables.size(); ++i) {
         const RawVariable &variable = module.variables[i];
         const BitFacts *bits = facts.of(i);
@@ -136,12 +146,15 @@ int writeDefinitions(RawDesign *design, const RawModule &module, const ModuleFac
             continue;
         const QString name = variable.sourceName.isNull() ? design->names.string(variable.name)
                                                           : variable.sourceName;
-        const bool isWire = variable.direction == PortDirection::None && toolWires.contains(name);
+        const auto wire = wires.constFind(name);
+        const bool isDriven = (*bits & (Driven | MaybeDriven | HasInitialValue)) != 0;
+        const bool isWire = variable.direction == PortDirection::None && wire != wires.constEnd()
+            && (*wire || ((*bits & OnPin) && !isDriven));
         if (isWire || isToolName(name, traits.isVhdl))
             continue;
         const NetShape &shape = design->types.shape(variable.type);
         NetDeclaration net;
-        net.name = name;
+        net.name = withBlanks(name, traits.isVhdl);
         net.dimensions = shape.dimensions;
         net.isBus = shape.isBus;
         net.range = shape.range;
@@ -150,7 +163,7 @@ int writeDefinitions(RawDesign *design, const RawModule &module, const ModuleFac
     }
 
     // Inner scopes stand behind outer ones, so going backwards finds them done.
-    ScopeWriter scopes(module, moduleByName, definitionOf);
+    ScopeWriter scopes(module, moduleByName, definitionOf, traits.isVhdl);
     for (std::size_t scope = own.size(); scope-- > 0;) {
         ModuleDefinition &definition = own[scope];
         if (!module.scopes[scope].isListed)

@@ -17,6 +17,8 @@ class tst_VhdlDesigns : public QObject
 
 private slots:
     void verilogWordsAreNames();
+    void extendedNamesAreTaken();
+    void faultyTranslationIsMended();
     void keywordsAreTold_data();
     void keywordsAreTold();
     void everySignalIsThere();
@@ -58,6 +60,45 @@ void tst_VhdlDesigns::verilogWordsAreNames()
              (QStringList{"top/always[1:0]", "top/assign", "top/cell/input", "top/cell/output",
                           "top/cell/reg", "top/clk", "top/endmodule", "top/initial",
                           "top/module[1:0]", "top/posedge", "top/priority[1:0]", "top/wire"}));
+}
+
+void tst_VhdlDesigns::extendedNamesAreTaken()
+{
+    ExtractionTest test;
+    test.add(test.write("top.vhd",
+                        "entity top is port (a : in bit; \\b.c\\ : out bit); end;\n"
+                        "architecture r of top is signal \\a b\\, \\reg\\, \\x<y\\ : bit;\n"
+                        "signal \\v v\\ : bit_vector(1 downto 0);\n"
+                        "component box port (i : in bit; o : out bit); end component;\nbegin\n"
+                        "\\a b\\ <= a; \\reg\\ <= \\a b\\; \\b.c\\<=\\reg\\; \\v v\\(0)<=\\x<y\\;\n"
+                        "\\u u\\ : box port map (i => \\a b\\, o => \\x<y\\); end;\n"));
+    QCOMPARE(test.modules("top").errors(), QStringList());
+    // Names with blanks and slashes are written as escaped ones in paths.
+    const QStringList nets = netLines(*test.netlist());
+    QCOMPARE(missing(nets,
+                     {"top/a", "top/b.c", "top/\\a  b ", "top/reg", "top/x<y", "top/\\v  v [1:0]"}),
+             QStringList());
+}
+
+/// What the synthesis writes and the next tool refuses costs no more than itself.
+void tst_VhdlDesigns::faultyTranslationIsMended()
+{
+    ExtractionTest writer;
+    Standin::ExtractionOptions options;
+    options.ghdl = writer.write("tool",
+                                "#!/bin/sh\ncase \"$1\" in --synth) /usr/bin/ghdl \"$@\" | sed "
+                                "'s/assign faulty = .*;/assign "
+                                "faulty = ;/';; *) exec /usr/bin/ghdl \"$@\";; esac\n");
+    QFile::setPermissions(options.ghdl, QFile::ReadOwner | QFile::ExeOwner);
+    options.bubblewrap = "/nonexistent/bwrap";
+    ExtractionTest test(options);
+    test.add(test.write("top.vhd",
+                        "entity top is port (a : in bit; b : out bit); end;\n"
+                        "architecture r of top is signal faulty, good : bit; begin\n"
+                        "faulty <= a; good <= a; b <= good; end;\n"));
+    QCOMPARE(test.modules("top").errors().size(), 1);
+    QCOMPARE(missing(netLines(*test.netlist()), {"top/a", "top/b", "top/faulty", "top/good"}),
+             QStringList());
 }
 
 void tst_VhdlDesigns::keywordsAreTold_data()
