@@ -4,6 +4,7 @@
 #include "frontend/verilogtext.h"
 
 #include "frontend/verilogspans.h"
+#include "frontend/vhdltokens.h"
 
 #include <QList>
 
@@ -154,26 +155,19 @@ QByteArray maskVhdlPragmas(const QByteArray &source)
 {
     QByteArray out = source;
     bool off = false;
-    const char *at = source.constBegin();
-    const char *const begin = at;
-    const char *const end = source.constEnd();
-    while (at < end) {
-        const char *next = at + 1;
-        if (*at == '"') {
-            next = stringEnd(at, end);
-        } else if (*at == '-' && at + 1 < end && at[1] == '-') {
-            next = lineEnd(at, end);
-            const int pragma = translatePragma(at + 2, next);
+    for (int at = 0, next = 0; at < source.size(); at = next) {
+        next = std::max(at + 1, vhdlIgnoredEnd(source, at));
+        const char *const begin = source.constData() + at;
+        const char *const end = source.constData() + next;
+        if (end - begin >= 2 && begin[0] == '-' && begin[1] == '-') {
+            const int pragma = translatePragma(begin + 2, end);
             if (pragma != 0)
                 off = pragma == 1;
         }
-        if (off) {
-            for (const char *c = at; c < next; ++c) {
-                if (*c != '\n' && *c != '\r')
-                    out[int(c - begin)] = ' ';
-            }
+        for (int i = at; off && i < next; ++i) {
+            if (source.at(i) != '\n' && source.at(i) != '\r')
+                out[i] = ' ';
         }
-        at = next;
     }
     return out;
 }

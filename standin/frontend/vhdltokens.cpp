@@ -29,8 +29,7 @@ static int quotedEnd(const QByteArray &text, int i)
     return i;
 }
 
-/// Index behind what begins at \a i and means nothing here, or \a i.
-static int ignoredEnd(const QByteArray &text, int i)
+int vhdlIgnoredEnd(const QByteArray &text, int i)
 {
     const char c = text.at(i);
     const char next = i + 1 < text.size() ? text.at(i + 1) : '\0';
@@ -62,7 +61,7 @@ void VhdlTokens::read()
 {
     tokens.reserve(std::size_t(source.size()) / 6 + 16);
     for (int i = 0; i < source.size();) {
-        int end = ignoredEnd(source, i);
+        int end = vhdlIgnoredEnd(source, i);
         if (end > i) {
             i = end;
             continue;

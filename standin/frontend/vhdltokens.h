@@ -64,4 +64,8 @@ private:
     std::vector<Token> tokens;
 };
 
+/// Index behind the comment, literal or blank that begins at \a index of a VHDL text, or \a index
+/// if none does.
+int vhdlIgnoredEnd(const QByteArray &text, int index);
+
 } // namespace Standin

@@ -15,6 +15,8 @@ private slots:
     void excludedVerilogBecomesConditional_data();
     void excludedVerilogBecomesConditional();
     void excludedVhdlIsBlanked();
+    void vhdlLiteralsHideNoPragma_data();
+    void vhdlLiteralsHideNoPragma();
     void commentsGo_data();
     void commentsGo();
     void checksGo_data();
@@ -106,6 +108,25 @@ void tst_VerilogText::excludedVhdlIsBlanked()
                         "-- synthesis translate_on\nd <= \"-- x\";\n"));
     QCOMPARE(Standin::maskVhdlPragmas("a -- pragma translate_off\nb"),
              QByteArray("a                        \n "));
+}
+
+void tst_VerilogText::vhdlLiteralsHideNoPragma_data()
+{
+    QTest::addColumn<QByteArray>("line");
+
+    QTest::newRow("backslash") << QByteArray("a <= \"\\\";");
+    QTest::newRow("quotation-mark") << QByteArray("a <= '\"';");
+    QTest::newRow("doubled-quotation-mark") << QByteArray("a <= \"x\"\"y\";");
+    QTest::newRow("qualified") << QByteArray("a <= character'('\"');");
+    QTest::newRow("comment") << QByteArray("a <= b; /* \" */");
+}
+
+void tst_VerilogText::vhdlLiteralsHideNoPragma()
+{
+    QFETCH(QByteArray, line);
+    const QByteArray pragma = " -- synthesis translate_off";
+    QCOMPARE(Standin::maskVhdlPragmas(line + pragma + "\nb"),
+             line + ' ' + QByteArray(pragma.size() - 1, ' ') + "\n ");
 }
 
 void tst_VerilogText::commentsGo_data()
