@@ -19,6 +19,7 @@ setUp() {
     mkdir -p "$folder/bin" "$folder/home" "$folder/elsewhere" "$folder/a b'c/build"
     checkout="$folder/a b'c"
     calls="$folder/calls"
+    notes=$(printf '%q' "$calls")
     : >"$calls"
     cp "$script" "$checkout/dev"
     printf '{}\n' >"$checkout/CMakePresets.json"
@@ -28,7 +29,7 @@ setUp() {
         ln -s "$(command -v "$tool")" "$folder/bin/$tool"
     done
     for tool in apt-get cmake ctest dpkg; do
-        program "$tool" "echo $tool \"\$@\" >>'$calls'"
+        program "$tool" "echo $tool \"\$@\" >>$notes"
     done
     program nproc 'echo 2'
     program id 'echo 0'
@@ -97,7 +98,7 @@ apt-get install -y -qq --no-install-recommends --fix-broken -o DPkg::Lock::Timeo
 
 setUp "an interrupted installation that can't be ended alone is gone on with"
 installs_all mold=unpacked
-program dpkg "echo dpkg \"\$@\" >>'$calls'; exit 1"
+program dpkg "echo dpkg \"\$@\" >>$notes; exit 1"
 dev build
 check "end" "$ended" 0
 check "installations" "$(called 'apt-get install' | wc -l)" 1
@@ -112,7 +113,7 @@ check "builds" "$(called cmake)" ""
 setUp "a user installs by sudo"
 installs_all mold=not-installed
 program id 'echo 1000'
-program sudo "echo sudo >>'$calls'; \"\$@\""
+program sudo "echo sudo >>$notes; \"\$@\""
 dev build
 check "end" "$ended" 0
 check "calls as root" "$(grep -c '^sudo$' "$calls")" 3
@@ -153,7 +154,7 @@ dev build
 check "calls" "$(called 'cmake --preset')" "cmake --preset dev"
 
 setUp "a home that can't be written leaves the compiler cache in the build tree"
-program cmake "echo \"\${CCACHE_DIR-}\" >>'$calls'"
+program cmake "echo \"\${CCACHE_DIR-}\" >>$notes"
 configured dev
 home=$folder/nowhere dev build
 check "without a home" "$(cat "$calls")" "$checkout/build/ccache"
@@ -165,7 +166,7 @@ setUp "without a display the session is played"
 configured release
 mkdir -p "$checkout/build/release/workbench"
 for name in workbench workbench-session; do
-    program "$name" "echo $name \"\$PWD\" \"\$@\" \"\${QT_QPA_PLATFORM-}\" >>'$calls'"
+    program "$name" "echo $name \"\$PWD\" \"\$@\" \"\${QT_QPA_PLATFORM-}\" >>$notes"
     ln -s "$folder/bin/$name" "$checkout/build/release/workbench/$name"
 done
 dev run
@@ -199,7 +200,7 @@ for name in plugin model view netlist ports signals hostapi standin workbench te
     mkdir "$checkout/$name"
 done
 touch "$checkout/model/a.h"
-program clang-format "echo clang-format \"\$@\" >>'$calls'"
+program clang-format "echo clang-format \"\$@\" >>$notes"
 dev format
 dev format --check
 check "calls" "$(cat "$calls")" "clang-format -i model/a.h
