@@ -393,13 +393,14 @@ bool VhdlRepair::takeOut(const QVector<ToolMessage> &errors, VhdlLosses *losses,
     const auto isLack = [](const ToolMessage &error) {
         return error.text.endsWith("was not analysed");
     };
-    const bool anyOther = !std::all_of(errors.begin(), errors.end(), isLack);
+    const bool hasRealErrors = !std::all_of(errors.begin(), errors.end(), isLack);
     for (const ToolMessage &error : errors) {
-        if (!anyOther || !isLack(error))
+        if (!hasRealErrors || !isLack(error))
             round.takeOut(error);
     }
     for (const ToolMessage &error : errors)
-        concerns->append(anyOther && isLack(error) ? Concern::Consequence : round.concernOf(error));
+        concerns->append(hasRealErrors && isLack(error) ? Concern::Consequence
+                                                        : round.concernOf(error));
     round.finish();
     return source != before;
 }
