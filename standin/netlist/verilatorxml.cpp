@@ -32,8 +32,8 @@ static std::vector<ModuleOrigin> findOrigins(const RawDesign &design, const XmlR
         origin.name = options.sourceNames.value(name, module.sourceName);
         origin.isVhdl = options.vhdlFiles.contains(file);
         // A component without an entity comes out of the translation as a module with ports alone.
-        const bool isEmpty = module.facts.empty() && module.instances.empty()
-            && !options.sourceNames.contains(name);
+        const bool isEmpty =
+            module.facts.empty() && module.instances.empty() && !options.sourceNames.contains(name);
         origin.isBlackBox = options.blackBoxFiles.contains(file) || (origin.isVhdl && isEmpty);
         origins.push_back(origin);
     }
