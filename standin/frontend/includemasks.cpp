@@ -5,6 +5,7 @@
 
 #include "frontend/designsources.h"
 #include "frontend/directoryfarm.h"
+#include "frontend/verilogmacros.h"
 #include "frontend/verilogpreprocessor.h"
 #include "frontend/verilogtext.h"
 
@@ -18,7 +19,7 @@ static constexpr int MaximumDepth = 64;
 
 QByteArray maskedVerilog(const QByteArray &source)
 {
-    return maskVerilogPragmas(maskForeignDirectives(source));
+    return withJoinedArguments(maskVerilogPragmas(maskForeignDirectives(source)));
 }
 
 IncludeMasks::IncludeMasks(const QStringList &includePath, qint64 longestFile,

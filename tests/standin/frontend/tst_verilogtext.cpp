@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "frontend/verificationcode.h"
+#include "frontend/verilogmacros.h"
 #include "frontend/verilogtext.h"
 #include "testmain.h"
 
@@ -10,6 +11,8 @@ class tst_VerilogText : public QObject
     Q_OBJECT
 
 private slots:
+    void argumentsOfMacrosAreJoined_data();
+    void argumentsOfMacrosAreJoined();
     void pragmaIsRecognised_data();
     void pragmaIsRecognised();
     void excludedVerilogBecomesConditional_data();
@@ -195,6 +198,37 @@ void tst_VerilogText::lineNumbersStay()
     const QByteArray text = "a\nproperty p;\n`line 7 \"x\" 0\nb;\nendproperty\nc";
     QCOMPARE(Standin::withoutVerificationCode(text),
              QByteArray("a\n           \n`line 7 \"x\" 0\n  \n           \nc"));
+}
+
+void tst_VerilogText::argumentsOfMacrosAreJoined_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QByteArray>("joined");
+
+    QTest::newRow("none") << QByteArray("`define M(a, b) a \\\n b\nx")
+                          << QByteArray("`define M(a, b) a \\\n b\nx");
+    QTest::newRow("two-lines") << QByteArray("`define M(a, \\\n b) a\nx")
+                               << QByteArray("`define M(a,    b)\\\n a\nx");
+    QTest::newRow("three-lines-and-defaults")
+        << QByteArray("`define M(a, \\\n b = (1), \\\n c = {2}) \\\n a\nx")
+        << QByteArray("`define M(a,    b = (1),    c = {2})\\\n\\\n \\\n a\nx");
+    QTest::newRow("carriage-returns") << QByteArray("`define M(a, \\\r\n b) a\r\nx")
+                                      << QByteArray("`define M(a,     b)\\\n a\r\nx");
+    QTest::newRow("no-arguments") << QByteArray("`define M (a, \\\n b)\n")
+                                  << QByteArray("`define M (a, \\\n b)\n");
+    QTest::newRow("not-ended") << QByteArray("`define M(a,\n b)\n")
+                               << QByteArray("`define M(a,\n b)\n");
+    QTest::newRow("end-of-text") << QByteArray("`define M(a, \\\n")
+                                 << QByteArray("`define M(a, \\\n");
+}
+
+/// The lines behind keep their numbers.
+void tst_VerilogText::argumentsOfMacrosAreJoined()
+{
+    QFETCH(QByteArray, text);
+    QFETCH(QByteArray, joined);
+    QCOMPARE(Standin::withJoinedArguments(text), joined);
+    QCOMPARE(joined.count('\n'), text.count('\n'));
 }
 
 MOLK_TEST_GUILESS_MAIN(tst_VerilogText)
