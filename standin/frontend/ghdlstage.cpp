@@ -212,8 +212,9 @@ bool GhdlStage::synthesize(const QByteArray &entity, const QVector<Setting> &gen
         *log += linesOf(last.errors);
         return false;
     }
-    const QByteArray text = withEscapedKeywords(
-        stripComments(withEscapedNames(farm.read("synthesized.v", longestText))));
+    const QByteArray raw = farm.read("synthesized.v", longestText);
+    const QByteArray text =
+        withEscapedKeywords(withoutUnknownValues(stripComments(withEscapedNames(raw))));
     result->text = withoutBlackBoxes(text, scanVerilog(text), entities);
     result->graph = scanVerilog(result->text);
     result->sourceNames = namesOf(result->graph);

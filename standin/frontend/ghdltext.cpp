@@ -191,4 +191,21 @@ QByteArray withEscapedKeywords(const QByteArray &text)
     return done == 0 ? text : result + text.mid(int(done));
 }
 
+QByteArray withoutUnknownValues(const QByteArray &text)
+{
+    QByteArray result = text;
+    for (int at = text.indexOf("'bX"); at >= 0; at = text.indexOf("'bX", at + 1)) {
+        int end = at + 2;
+        while (end < text.size() && text.at(end) == 'X')
+            ++end;
+        const int lineBegin = text.lastIndexOf('\n', at) + 1;
+        const QList<QByteArray> words = text.mid(lineBegin, at - lineBegin).simplified().split(' ');
+        const bool isWhole = end < text.size() && text.at(end) == ';' && words.size() == 4
+            && words.at(0) == "assign" && words.at(2) == "=";
+        for (int i = lineBegin; isWhole && i <= end; ++i)
+            result[i] = ' ';
+    }
+    return result;
+}
+
 } // namespace Standin

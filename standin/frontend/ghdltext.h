@@ -24,4 +24,8 @@ HOST_EXPORT QByteArray withEscapedNames(const QByteArray &text);
 /// written as an escaped identifier. GHDL itself writes VHDL's names as they are.
 HOST_EXPORT QByteArray withEscapedKeywords(const QByteArray &text);
 
+/// \a text, which GHDL's synthesis wrote, without the assignments of "unknown" by which GHDL says
+/// that nothing drives a signal.
+HOST_EXPORT QByteArray withoutUnknownValues(const QByteArray &text);
+
 } // namespace Standin

@@ -240,6 +240,9 @@ bool VhdlRepair::Round::takeOut(const ToolMessage &error)
     if (at(construct).kind == VhdlConstruct::Unit)
         remains = token < at(construct).header ? VhdlRemains::Nothing
                                                : std::max(remains, VhdlRemains::Ports);
+    // Without one the defaults hold.
+    if (unit->kind == VhdlUnit::Configuration)
+        remains = VhdlRemains::Nothing;
     if (remains > VhdlRemains::AllButProcesses) {
         takeOutUnit(*unit, remains);
         return true;
@@ -391,7 +394,7 @@ bool VhdlRepair::takeOut(const QVector<ToolMessage> &errors, VhdlLosses *losses,
     endComment();
     Round round(this, losses);
     const auto isLack = [](const ToolMessage &error) {
-        return error.text.endsWith("was not analysed");
+        return error.text.endsWith("was not analysed") || error.text.startsWith("no architecture ");
     };
     const bool hasRealErrors = !std::all_of(errors.begin(), errors.end(), isLack);
     for (const ToolMessage &error : errors) {

@@ -59,6 +59,14 @@ void tst_Extraction::realisticDesignOpens_data()
                                   << "eth_top"
                                   << QStringList{"eth_top/rx_core mac_rx",
                                                  "eth_top/tx_core mac_tx"};
+    QTest::newRow("risc-v-core-with-checks")
+        << QStringList{"soc/rv_core.sv"} << ""
+        << "soc_top"
+        << QStringList{"soc_top/core/u_mon rv_monitor", "soc_top/core/u_rf/g_reg[31]/g_ff generate",
+                       "soc_top/banks[1] mem_if", "soc_top/u_ram[0] ram"};
+    QTest::newRow("serial-ports-in-vhdl")
+        << QStringList{"soc/uart_soc.vhd"} << ""
+        << "soc" << QStringList{"soc/gen_n3_u uart", "soc/gen_n1_first_f fifo"};
 }
 
 void tst_Extraction::realisticDesignOpens()

@@ -18,6 +18,7 @@ class tst_VhdlDesigns : public QObject
 private slots:
     void verilogWordsAreNames();
     void extendedNamesAreTaken();
+    void undrivenSignalsAreUndriven();
     void faultyTranslationIsMended();
     void keywordsAreTold_data();
     void keywordsAreTold();
@@ -78,6 +79,29 @@ void tst_VhdlDesigns::extendedNamesAreTaken()
     QCOMPARE(missing(nets,
                      {"top/a", "top/b.c", "top/\\a  b ", "top/reg", "top/x<y", "top/\\v  v [1:0]"}),
              QStringList());
+}
+
+/// GHDL gives them a value that is no value.
+void tst_VhdlDesigns::undrivenSignalsAreUndriven()
+{
+    ExtractionTest test;
+    test.add(test.write("top.vhd",
+                        "library ieee; use ieee.std_logic_1164.all;\n"
+                        "entity top is port (a : in std_logic; b : out std_logic); end;\n"
+                        "architecture r of top is signal free, zero : std_logic;\n"
+                        "signal free_bus : std_logic_vector(3 downto 0); begin\n"
+                        "zero <= '0'; b <= a and zero; end;\n"));
+    QCOMPARE(test.modules("top").errors(), QStringList());
+    const auto netlist = test.netlist();
+    for (const char *name : {"free", "zero"}) {
+        const FATHOM::RtlNet *net = netlist->findNet(QString("top/") + QLatin1String(name));
+        QVERIFY2(net, name);
+        QVERIFY(net->noProbeIn);
+        QCOMPARE(net->noProbeOut, QByteArray(name) == "zero");
+    }
+    const FATHOM::RtlNetBus *bus = netlist->top->netbuses().value(0);
+    QVERIFY(bus && bus->BusName().startsWith("free_bus"));
+    QVERIFY(bus->noProbeIn && !bus->noProbeOut);
 }
 
 /// What the synthesis writes and the next tool refuses costs no more than itself.
