@@ -9,6 +9,7 @@
 #include "molksignalselectdialog.h"
 #include "probein.h"
 #include "retirement.h"
+#include "rowmovingkeys.h"
 #include "rowremoval.h"
 #include "signaldisplay.h"
 #include "signaltree.h"
@@ -34,6 +35,7 @@ ProbeDialog::ProbeDialog(ProbeIn *port, FATHOM::RtlNetlist *design, int directio
     setWindowTitle(type == 0 ? QString("Probe In Port") : QString("Probe Out Port"));
     connect(ui->btnAdd, SIGNAL(clicked()), this, SLOT(onAdd()));
     connect(ui->btnRemove, SIGNAL(clicked()), this, SLOT(onRemove()));
+    new RowMovingKeys(ui->treeWidget);
 }
 
 ProbeDialog::~ProbeDialog()

@@ -19,6 +19,7 @@ class ProbeDialog;
 }
 
 /// Edits the ordered list of signals of one probe port. The top row is the most significant signal.
+/// Rows are moved by dragging, or by the keys of RowMovingKeys.
 ///
 /// The rows are the dialog's only working state: they are loaded from the port once, and the port
 /// is written at most once, by accept(). A caller that runs exec() makes the dialog on the heap

@@ -3,10 +3,8 @@
 
 #include "rowremoval.h"
 
-#include <QItemSelection>
-#include <QScrollBar>
-#include <QSet>
-#include <QSignalBlocker>
+#include "rowrebuilding.h"
+
 #include <QTreeWidget>
 
 namespace MOLK {
@@ -42,100 +40,17 @@ static QTreeWidgetItem *currentAfterRemoval(const QTreeWidget *tree, const QVect
     return nullptr;
 }
 
-using Rows = QSet<const QTreeWidgetItem *>;
-
-static void collectSelected(const QTreeWidgetItem *row, Rows *selected)
-{
-    if (row->isSelected())
-        selected->insert(row);
-    for (int k = 0; k < row->childCount(); ++k)
-        collectSelected(row->child(k), selected);
-}
-
-static void appendRange(QItemSelection *selection, const QModelIndex &parent,
-                        const QAbstractItemModel *model, int first, int last)
-{
-    if (first <= last)
-        selection->append({model->index(first, 0, parent), model->index(last, 0, parent)});
-}
-
-// One range for each run of neighbours.
-static void appendRanges(QItemSelection *selection, const QModelIndex &parent,
-                         const QTreeWidgetItem *parentRow, const Rows &selected,
-                         const QAbstractItemModel *model)
-{
-    int first = 0;
-    for (int k = 0; k < parentRow->childCount(); ++k) {
-        const QTreeWidgetItem *row = parentRow->child(k);
-        if (!selected.contains(row)) {
-            appendRange(selection, parent, model, first, k - 1);
-            first = k + 1;
-        }
-        if (row->childCount() > 0)
-            appendRanges(selection, model->index(k, 0, parent), row, selected, model);
-    }
-    appendRange(selection, parent, model, first, parentRow->childCount() - 1);
-}
-
-// One selection for all rows: selecting row by row compares each with all before it.
-static void selectRows(QTreeWidget *tree, const Rows &selected)
-{
-    if (selected.isEmpty())
-        return;
-    QItemSelection selection;
-    appendRanges(&selection, QModelIndex(), tree->invisibleRootItem(), selected, tree->model());
-    tree->selectionModel()->select(selection, QItemSelectionModel::Select);
-}
-
-// Telling of the end of the selection makes the tree go through all selected rows. Those that stay
-// are selected again, which tells it all the same.
-static bool clearSelectionQuietly(QTreeWidget *tree)
-{
-    const bool hadSelection = tree->selectionModel()->hasSelection();
-    const QSignalBlocker blocker(tree->selectionModel());
-    tree->selectionModel()->clearSelection();
-    return hadSelection;
-}
-
 static void removeByRebuilding(QTreeWidget *tree, const QVector<int> &rows)
 {
     QVector<bool> goes(tree->topLevelItemCount(), false);
     for (int row : rows)
         goes[row] = true;
 
-    QTreeWidgetItem *current = currentAfterRemoval(tree, goes);
-    const int scrolled = tree->verticalScrollBar()->value();
     QList<QTreeWidgetItem *> kept;
-    QList<QTreeWidgetItem *> expanded;
-    Rows selected;
-    for (int i = 0; i < goes.size(); ++i) {
-        QTreeWidgetItem *row = tree->topLevelItem(i);
-        if (goes.at(i))
-            continue;
-        kept.append(row);
-        collectSelected(row, &selected);
-        if (row->childCount() > 0 && row->isExpanded())
-            expanded.append(row);
-    }
-
-    const bool hadSelection = clearSelectionQuietly(tree);
-    const QList<QTreeWidgetItem *> taken = tree->invisibleRootItem()->takeChildren();
-    for (int i = 0; i < goes.size(); ++i) {
-        if (goes.at(i))
-            delete taken.at(i);
-    }
-    tree->addTopLevelItems(kept);
-    for (QTreeWidgetItem *row : qAsConst(expanded))
-        row->setExpanded(true);
-    if (current)
-        tree->setCurrentItem(current, 0, QItemSelectionModel::NoUpdate);
-    selectRows(tree, selected);
-    if (hadSelection && selected.isEmpty())
-        emit tree->itemSelectionChanged();
-    if (scrolled > 0) {
-        tree->doItemsLayout();
-        tree->verticalScrollBar()->setValue(scrolled);
-    }
+    QList<QTreeWidgetItem *> doomed;
+    for (int i = 0; i < goes.size(); ++i)
+        (goes.at(i) ? doomed : kept).append(tree->topLevelItem(i));
+    rebuildTopLevelRows(tree, kept, doomed, currentAfterRemoval(tree, goes));
 }
 
 void removeTopLevelRows(QTreeWidget *tree, const QVector<int> &rows)

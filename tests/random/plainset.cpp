@@ -124,4 +124,20 @@ void moveRows(Items *list, const QList<int> &moved, int target, bool below)
     *list = target < 0 ? result + block : result;
 }
 
+void stepRows(Items *list, const QList<int> &moved, bool down)
+{
+    // What stands at the edge, or against a row that can't move, stays.
+    int wall = down ? list->size() : -1;
+    for (int i = 0; i < moved.size(); ++i) {
+        const int row = down ? moved.at(moved.size() - 1 - i) : moved.at(i);
+        const int goal = down ? row + 1 : row - 1;
+        if (goal == wall) {
+            wall = row;
+            continue;
+        }
+        list->move(row, goal);
+        wall = goal;
+    }
+}
+
 } // namespace Plain

@@ -18,4 +18,8 @@ QString oneName(const Items &list);
 /// -1.
 void moveRows(Items *list, const QList<int> &moved, int target, bool below);
 
+/// Moves each of the rows \a moved, in rising order, one place up or down; a row at the edge and
+/// those right behind it stay.
+void stepRows(Items *list, const QList<int> &moved, bool down);
+
 } // namespace Plain

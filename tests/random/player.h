@@ -118,6 +118,7 @@ private:
     bool addInDialog(MOLK::ProbeDialog *dialog, Plain::Items *items, Dice &dice);
     void removeInDialog(MOLK::ProbeDialog *dialog, Plain::Items *items, Dice &dice);
     void dragInDialog(MOLK::ProbeDialog *dialog, Plain::Items *items, Dice &dice);
+    void pressKeysInDialog(MOLK::ProbeDialog *dialog, Plain::Items *items, Dice &dice);
     bool readDesignUnderDialog(Dice &dice);
     bool pickSignals(MOLK::MolkSignalSelectDialog *dialog, Plain::Items *items, Dice &dice);
     Plain::Search fillSearch(MOLK::MolkSignalSelectDialog *dialog, Dice &dice);

@@ -82,8 +82,10 @@ bool Player::editItems(ProbeDialog *dialog, Plain::Items *items, Dice &dice)
                 return false;
         } else if (what < 8) {
             removeInDialog(dialog, items, dice);
-        } else {
+        } else if (what < 11) {
             dragInDialog(dialog, items, dice);
+        } else {
+            pressKeysInDialog(dialog, items, dice);
         }
         compareRows("in the port's dialog", rowLines(*items), rowLines(rows));
     }
@@ -224,6 +226,26 @@ void Player::dragInDialog(ProbeDialog *dialog, Plain::Items *items, Dice &dice)
     if (!drag(tree, tree->visualItemRect(tree->topLevelItem(last)).center(), to))
         note("the drag hasn't ended");
     Plain::moveRows(items, chosen, target, below);
+}
+
+void Player::pressKeysInDialog(ProbeDialog *dialog, Plain::Items *items, Dice &dice)
+{
+    const QList<int> rows = selectableRows(*items, items->size());
+    if (rows.isEmpty())
+        return tell("move nothing by keys");
+    auto *tree = dialog->findChild<QTreeWidget *>("treeWidget");
+    int last = 0;
+    const QList<int> chosen = clickSome(tree, rows, &last, dice);
+    const bool down = dice.oneIn(2);
+    QStringList names;
+    for (int row : chosen)
+        names.append(QString::number(row));
+    tell("move rows " + names.join(',') + QLatin1String(down ? " down" : " up"));
+    // The platform makes no window the active one by itself.
+    QApplication::setActiveWindow(dialog);
+    tree->setFocus();
+    QTest::keyClick(tree, down ? Qt::Key_Down : Qt::Key_Up, Qt::AltModifier);
+    Plain::stepRows(items, chosen, down);
 }
 
 // The design is read anew while dialogs stand: those of a Probe Out close, those of a Probe In stay

@@ -15,6 +15,7 @@
 #include "modaldriver.h"
 #include "testwidgetsmain.h"
 
+#include <QApplication>
 #include <QDialogButtonBox>
 #include <QPointer>
 #include <QPushButton>
@@ -30,6 +31,7 @@ private slots:
     void rowsAreThePortsSignals();
     void removeIsEnabledForTopLevelRowsAlone();
     void removeDeletesTheSelectedRows();
+    void keysMoveTheSelectedRows();
     void excludedRowsCannotBeRemovedYetAreWrittenBack();
     void addedSignalsComeBusesFirst();
     void anAddedBusReplacesItsBits();
@@ -129,6 +131,33 @@ void TestProbeDialog::removeDeletesTheSelectedRows()
     QTest::mouseClick(f.remove, Qt::LeftButton);
     QCOMPARE(f.lines(), QStringList({"a", "c"}));
     QVERIFY(!f.remove->isEnabled());
+}
+
+void TestProbeDialog::keysMoveTheSelectedRows()
+{
+    ProbeIn port(0);
+    port.setSignalNet({net("a"), bus("q", 2), net("b")});
+    Fixture f(&port);
+    QApplication::setActiveWindow(&f.dialog);
+    QVERIFY(QTest::qWaitForWindowActive(&f.dialog));
+    SearchFixture::clickRows(f.tree, {"b"});
+    f.tree->setFocus();
+    QTest::keyClick(f.tree, Qt::Key_Up, Qt::AltModifier);
+    QCOMPARE(f.lines(), QStringList({"a", "b", "q[1:0]", "  q[1]", "  q[0]"}));
+    QTest::keyClick(f.tree, Qt::Key_Up, Qt::AltModifier);
+    QTest::keyClick(f.tree, Qt::Key_Up, Qt::AltModifier);
+    QCOMPARE(f.lines(), QStringList({"b", "a", "q[1:0]", "  q[1]", "  q[0]"}));
+    QTest::keyClick(f.tree, Qt::Key_Down, Qt::AltModifier);
+    QCOMPARE(f.lines(), QStringList({"a", "b", "q[1:0]", "  q[1]", "  q[0]"}));
+    QVERIFY(f.remove->isEnabled());
+    QCOMPARE(itemNames(port.getSignalNet()), QStringList({"a", "q[1:0]{q[1] q[0]}", "b"}));
+
+    // The keys are the list's alone.
+    f.add->setFocus();
+    QTest::keyClick(f.add, Qt::Key_Down, Qt::AltModifier);
+    QCOMPARE(f.lines().first(), QString("a"));
+    f.press(QDialogButtonBox::Ok);
+    QCOMPARE(itemNames(port.getSignalNet()), QStringList({"a", "b", "q[1:0]{q[1] q[0]}"}));
 }
 
 void TestProbeDialog::excludedRowsCannotBeRemovedYetAreWrittenBack()
