@@ -14,6 +14,7 @@
 #include "reloadbanner.h"
 #include "singleshots.h"
 #include "testwidgetsmain.h"
+#include "turnloop.h"
 #include "viewbench.h"
 
 #include "dev/devicearg.h"
@@ -59,13 +60,6 @@ static int wantedCycles()
 {
     const int cycles = qEnvironmentVariableIntValue("MOLK_CYCLES");
     return cycles > 0 ? cycles : 40;
-}
-
-static void turnLoop()
-{
-    QCoreApplication::sendPostedEvents();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QCoreApplication::processEvents();
 }
 
 void TestEndurance::initTestCase()

@@ -11,6 +11,7 @@
 #include "molkviewmanager.h"
 #include "probeportsoptionwidget.h"
 #include "signalitems.h"
+#include "turnloop.h"
 
 #include "dev/devicearg.h"
 
@@ -126,13 +127,6 @@ InitialValueLine *Scene::line() const
 {
     QTreeWidget *values = tree("treeValue");
     return qobject_cast<InitialValueLine *>(values->itemWidget(values->topLevelItem(0), 0));
-}
-
-void Scene::turnLoop()
-{
-    QCoreApplication::sendPostedEvents();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QCoreApplication::processEvents();
 }
 
 QString Scene::disorder() const

@@ -67,9 +67,6 @@ public:
     /// The line of the first Probe Out on the page that is shown.
     MOLK::InitialValueLine *line() const;
 
-    /// Hands out what waits in the event loop, deletions included.
-    static void turnLoop();
-
     /// What is out of step in the view: cores, pages, lines of the tree, star; empty if nothing
     /// is or there is no view.
     QString disorder() const;

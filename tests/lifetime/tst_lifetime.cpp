@@ -5,6 +5,7 @@
 #include "childprocess.h"
 #include "loops.h"
 #include "testwidgetsmain.h"
+#include "turnloop.h"
 
 #include <QTimer>
 
@@ -86,7 +87,7 @@ static QString play(const NestedLoop &loop, const LifetimeAct &act, const QStrin
             QCoreApplication::quit();
         });
         QCoreApplication::exec();
-        Scene::turnLoop();
+        turnLoop();
         if (!driver.isReached())
             scene.failures.append("the loop wasn't reached");
         judge(scene, loop, act);

@@ -61,13 +61,6 @@ void runInLoop(const std::function<void()> &act)
     loop.exec();
 }
 
-void turnLoop()
-{
-    QCoreApplication::sendPostedEvents();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QCoreApplication::processEvents();
-}
-
 PageFixture::PageFixture(std::unique_ptr<MolkCore> shownCore, FATHOM::RtlNetlist *netlist)
     : core(std::move(shownCore))
     , widget(std::make_unique<MolkOptionWidget>(core.get(), netlist, nullptr))

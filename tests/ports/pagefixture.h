@@ -35,9 +35,6 @@ void typeDigits(MOLK::InitialValueLine *line, const QString &digits);
 /// message box that they open.
 void runInLoop(const std::function<void()> &act);
 
-/// Lets everything happen that was posted, late deletions included.
-void turnLoop();
-
 /// The page of a core with a host behind it.
 struct PageFixture
 {

@@ -5,6 +5,7 @@
 
 #include "pagefixture.h"
 #include "portrows.h"
+#include "turnloop.h"
 #include "valueconversion.h"
 
 #include <QApplication>

@@ -5,6 +5,7 @@
 #include "pagefixture.h"
 #include "testwidgetsmain.h"
 #include "treepair.h"
+#include "turnloop.h"
 
 #include <QApplication>
 #include <QPushButton>

@@ -5,6 +5,7 @@
 #include "pagefixture.h"
 #include "testwidgetsmain.h"
 #include "treelines.h"
+#include "turnloop.h"
 
 #include <QPushButton>
 #include <QSignalSpy>

@@ -4,6 +4,7 @@
 #include "pagefixture.h"
 #include "testwidgetsmain.h"
 #include "treelines.h"
+#include "turnloop.h"
 
 #include <QLabel>
 #include <QPushButton>

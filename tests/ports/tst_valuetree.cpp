@@ -6,6 +6,7 @@
 #include "portrows.h"
 #include "testwidgetsmain.h"
 #include "treepair.h"
+#include "turnloop.h"
 
 #include <QAccessible>
 #include <QApplication>

@@ -6,6 +6,7 @@
 #include "comparison.h"
 #include "configurations.h"
 #include "stage.h"
+#include "turnloop.h"
 
 #include "probeportsoptionwidget.h"
 
@@ -105,7 +106,7 @@ void Player::settle()
     if (view().isOpen && stage->view())
         commitFocused();
     stage->restFocus();
-    Stage::turnLoop();
+    turnLoop();
 }
 
 MOLK::ProbePortsOptionWidget *Player::realPage()

@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: The project's authors
 // SPDX-License-Identifier: MIT
 
+#include "menudriver.h"
 #include "player.h"
 #include "stage.h"
 
 #include <QApplication>
 #include <QContextMenuEvent>
-#include <QTest>
 
 void Player::switchCore(Dice &dice)
 {
@@ -18,12 +18,6 @@ void Player::switchCore(Dice &dice)
     else
         Stage::click(row);
     view().current = core;
-}
-
-static void chooseEntry(QMenu *menu, QAction *entry)
-{
-    menu->setActiveAction(entry);
-    QTest::keyClick(menu, Qt::Key_Return);
 }
 
 void Player::coreMenu(Dice &dice)
@@ -50,7 +44,7 @@ void Player::coreMenu(Dice &dice)
             return;
         }
         if (choice > 0)
-            chooseEntry(menu, entries.at(choice > 2 ? 1 : 0));
+            chooseEntry(menu, names.at(choice));
     });
     if (choice > 2)
         chooseRemove(row, dice);

@@ -6,6 +6,7 @@
 #include "comparison.h"
 #include "configurations.h"
 #include "stage.h"
+#include "turnloop.h"
 
 #include "messagedlg.h"
 #include "molkview.h"
@@ -96,7 +97,7 @@ void Player::noticeFile(bool isNoticed, bool mayChangeAgain, Dice &dice)
         while (!document->reloadPending && !limit.hasExpired())
             QCoreApplication::processEvents();
     }
-    Stage::turnLoop();
+    turnLoop();
     const bool asks = isNoticed && !view().reloadPending;
     view().reloadPending = view().reloadPending || isNoticed;
     if (document->reloadPending != view().reloadPending)
@@ -104,7 +105,7 @@ void Player::noticeFile(bool isNoticed, bool mayChangeAgain, Dice &dice)
     if (asks && dice.oneIn(2) && mayChangeAgain) {
         // The second change comes before the time has passed.
         writeFile(Plain::Disk::Readable, false, dice);
-        Stage::turnLoop();
+        turnLoop();
     }
     stage->letTimePass();
     if (asks)

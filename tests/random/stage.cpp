@@ -11,6 +11,7 @@
 #include "molkviewmanager.h"
 #include "probeportsoptionwidget.h"
 #include "singleshots.h"
+#include "turnloop.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -101,13 +102,6 @@ InitialValueLine *Stage::line(const ProbePortsOptionWidget *page, int port)
 void Stage::letTimePass()
 {
     fireSingleShots(500);
-}
-
-void Stage::turnLoop()
-{
-    QCoreApplication::sendPostedEvents();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QCoreApplication::processEvents();
 }
 
 // The focus goes first: a window that becomes active hands the focus to whoever had it last.

@@ -64,9 +64,6 @@ public:
     /// Lets the time pass that the view waits after a change of its file.
     void letTimePass();
 
-    /// Hands out what waits in the event loop, deletions included.
-    static void turnLoop();
-
     /// Makes the window the active one with the focus on the rows of cores.
     void restFocus();
 
