@@ -56,9 +56,9 @@ static Configuration sized(int cores, int ports)
     return configuration;
 }
 
-static QList<NestedLoop> loopsOfCores()
+static QList<LoopCase> loopsOfCores()
 {
-    NestedLoop many;
+    LoopCase many;
     many.name = "too-many-cores";
     many.configuration = sized(16, 1);
     many.way = {here};
@@ -66,20 +66,20 @@ static QList<NestedLoop> loopsOfCores()
         documentOf(scene.view)->addCore(16);
     };
 
-    NestedLoop only = many;
+    LoopCase only = many;
     only.name = "only-core";
     only.configuration = sized(1, 1);
     only.run = [](Scene &scene, LoopDriver &) {
         documentOf(scene.view)->removeCore(0);
     };
 
-    NestedLoop question = only;
+    LoopCase question = only;
     question.name = "core-to-remove";
     question.configuration = sized(2, 1);
     question.answers = okOrCancel;
     question.mayChange = 1;
 
-    NestedLoop menu = question;
+    LoopCase menu = question;
     menu.name = "core-menu";
     menu.run = [](Scene &scene, LoopDriver &) {
         QTreeWidget *tree = scene.coreTree();
@@ -92,18 +92,18 @@ static QList<NestedLoop> loopsOfCores()
     return {many, only, question, menu};
 }
 
-static QList<NestedLoop> loopsOfPorts()
+static QList<LoopCase> loopsOfPorts()
 {
-    QList<NestedLoop> loops;
+    QList<LoopCase> loops;
     for (const QString &direction : {QString("ProbeIn"), QString("ProbeOut")}) {
-        NestedLoop many;
+        LoopCase many;
         many.name = "too-many-" + direction;
         many.configuration = sized(2, 64);
         many.way = {here};
         many.run = [direction](Scene &scene, LoopDriver &) {
             clickOnPage(scene, "btn" + direction + "Add");
         };
-        NestedLoop only = many;
+        LoopCase only = many;
         only.name = "only-" + direction;
         only.configuration = sized(2, 1);
         only.run = [direction](Scene &scene, LoopDriver &) {
@@ -168,27 +168,27 @@ static void dragRow(LoopDriver &driver, QWidget *dialog)
     QTest::mouseMove(window, start + QPoint(QApplication::startDragDistance() + 2, 0));
 }
 
-static QList<NestedLoop> loopsOfDialogs()
+static QList<LoopCase> loopsOfDialogs()
 {
-    QList<NestedLoop> loops;
+    QList<LoopCase> loops;
     for (const QString &direction : {QString("ProbeIn"), QString("ProbeOut")}) {
-        NestedLoop dialog;
+        LoopCase dialog;
         dialog.name = "dialog-of-" + direction;
         dialog.way = {here};
         dialog.run = [direction](Scene &scene, LoopDriver &) {
             editPort(scene, "tree" + direction);
         };
         dialog.answers = okOrCancel;
-        NestedLoop search = dialog;
+        LoopCase search = dialog;
         search.name = "search-for-" + direction;
         search.way = {clicking<QToolButton>("btnAdd"), pickNets};
-        NestedLoop drag = dialog;
+        LoopCase drag = dialog;
         drag.name = "drag-in-" + direction;
         drag.way = {dragRow};
         loops += {dialog, search, drag};
     }
 
-    NestedLoop many = loops.first();
+    LoopCase many = loops.first();
     many.name = "too-many-signals";
     many.way = {[](LoopDriver &, QWidget *dialog) { answerWindow(dialog, "Ok"); }, here};
     many.run = [](Scene &scene, LoopDriver &) {
@@ -197,7 +197,7 @@ static QList<NestedLoop> loopsOfDialogs()
     };
     many.answers = QStringList{"Ok"};
 
-    NestedLoop clock = loops.first();
+    LoopCase clock = loops.first();
     clock.name = "search-for-clock";
     clock.way = {pickNets};
     clock.run = [](Scene &scene, LoopDriver &) {
@@ -216,9 +216,9 @@ static void setFileSizeLimit(rlim_t bytes)
     ::setrlimit(RLIMIT_FSIZE, &limit);
 }
 
-static QList<NestedLoop> loopsOfSaving()
+static QList<LoopCase> loopsOfSaving()
 {
-    NestedLoop faults;
+    LoopCase faults;
     faults.name = "faults";
     faults.way = {here};
     faults.run = [](Scene &scene, LoopDriver &) {
@@ -229,7 +229,7 @@ static QList<NestedLoop> loopsOfSaving()
     };
     faults.forbidsSave = true;
 
-    NestedLoop tool = faults;
+    LoopCase tool = faults;
     tool.name = "wrong-tool";
     tool.forbidsSave = false;
     tool.run = [](Scene &scene, LoopDriver &) {
@@ -237,7 +237,7 @@ static QList<NestedLoop> loopsOfSaving()
         scene.view->save();
     };
 
-    NestedLoop write = tool;
+    LoopCase write = tool;
     write.name = "failed-write";
     write.way = {[](LoopDriver &driver, QWidget *) {
         setFileSizeLimit(RLIM_INFINITY);
@@ -248,7 +248,7 @@ static QList<NestedLoop> loopsOfSaving()
         scene.view->save();
     };
 
-    NestedLoop question = tool;
+    LoopCase question = tool;
     question.name = "close-question";
     question.way = {here};
     question.run = [](Scene &scene, LoopDriver &) {
@@ -259,9 +259,9 @@ static QList<NestedLoop> loopsOfSaving()
     return {faults, tool, write, question};
 }
 
-static QList<NestedLoop> loopsOfFiles()
+static QList<LoopCase> loopsOfFiles()
 {
-    NestedLoop damaged;
+    LoopCase damaged;
     damaged.name = "damaged-file";
     damaged.way = {here};
     damaged.run = [](Scene &scene, LoopDriver &) {
@@ -271,7 +271,7 @@ static QList<NestedLoop> loopsOfFiles()
     };
     damaged.mayEnd = true;
 
-    NestedLoop missing = damaged;
+    LoopCase missing = damaged;
     missing.name = "missing-file";
     missing.run = [](Scene &scene, LoopDriver &) {
         MolkViewManager::openMolkView(scene.bench.path("missing.molk"), DEV::DeviceArg());
@@ -296,17 +296,17 @@ static LoopDriver::Step naming(const QString &name, bool accepts)
     };
 }
 
-static QList<NestedLoop> loopsOfTheWizard()
+static QList<LoopCase> loopsOfTheWizard()
 {
-    NestedLoop wizard;
+    LoopCase wizard;
     wizard.name = "wizard";
     wizard.way = {naming("new", false)};
     wizard.run = showWizard;
     wizard.answers = okOrCancel;
-    NestedLoop chooser = wizard;
+    LoopCase chooser = wizard;
     chooser.name = "directory-of-wizard";
     chooser.way = {clicking<QPushButton>("btnBrowse"), here};
-    NestedLoop box = wizard;
+    LoopCase box = wizard;
     box.name = "failed-wizard";
     box.way = {naming("no/such/place", true), here};
     return {wizard, chooser, box};
@@ -353,22 +353,22 @@ static void reachInNetsEarly(Scene &scene, LoopDriver &driver)
     });
 }
 
-static QList<NestedLoop> loopsOfDesigns()
+static QList<LoopCase> loopsOfDesigns()
 {
     using Reach = void (*)(Scene &, LoopDriver &);
     const QList<std::pair<QString, Reach>> services = {
         {"modules", reachInModules}, {"nets", reachInNets}, {"nets-early", reachInNetsEarly}};
-    QList<NestedLoop> loops;
+    QList<LoopCase> loops;
     for (const auto &[service, reach] : services) {
         const Reach prepare = reach;
-        NestedLoop reload;
+        LoopCase reload;
         reload.name = service + "-of-a-reload";
         reload.readsDesign = true;
         reload.run = [prepare](Scene &scene, LoopDriver &driver) {
             prepare(scene, driver);
             pressDesignBanner(scene);
         };
-        NestedLoop opening;
+        LoopCase opening;
         opening.name = service + "-of-an-opening";
         opening.run = [prepare](Scene &scene, LoopDriver &driver) {
             prepare(scene, driver);
@@ -388,7 +388,7 @@ static QList<NestedLoop> loopsOfDesigns()
                                                                               {"log", report}};
     for (const auto &[name, arrange] : refusals) {
         const std::function<void(Scene &)> prepare = arrange;
-        NestedLoop reload;
+        LoopCase reload;
         reload.name = name + "-of-a-reload";
         reload.way = {here};
         reload.run = [prepare](Scene &scene, LoopDriver &) {
@@ -396,7 +396,7 @@ static QList<NestedLoop> loopsOfDesigns()
             pressDesignBanner(scene);
         };
         reload.mayEnd = true;
-        NestedLoop opening = reload;
+        LoopCase opening = reload;
         opening.name = name + "-of-an-opening";
         opening.run = [prepare](Scene &scene, LoopDriver &) {
             prepare(scene);
@@ -408,7 +408,7 @@ static QList<NestedLoop> loopsOfDesigns()
     return loops;
 }
 
-QList<NestedLoop> nestedLoops()
+QList<LoopCase> nestedLoops()
 {
     return loopsOfCores() + loopsOfPorts() + loopsOfDialogs() + loopsOfValues() + loopsOfSaving()
         + loopsOfFiles() + loopsOfTheWizard() + loopsOfDesigns();

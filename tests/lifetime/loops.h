@@ -9,7 +9,7 @@
 #include <QStringList>
 
 /// A nested event loop of the plug-in.
-struct NestedLoop
+struct LoopCase
 {
     QString name;
     Configuration configuration;
@@ -41,10 +41,10 @@ struct NestedLoop
 };
 
 /// All of them, one by one.
-QList<NestedLoop> nestedLoops();
+QList<LoopCase> nestedLoops();
 
 /// Those of the message about a value that doesn't fit.
-QList<NestedLoop> loopsOfValues();
+QList<LoopCase> loopsOfValues();
 
 /// Answers the innermost window of a loop: a menu by the entry \a answer, else as answerWindow().
 void answerLoop(QWidget *window, const QString &answer);

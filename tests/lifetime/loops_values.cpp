@@ -81,7 +81,7 @@ static void closeView(Scene &scene)
     Core::ViewManager::closeView(scene.view);
 }
 
-QList<NestedLoop> loopsOfValues()
+QList<LoopCase> loopsOfValues()
 {
     struct Case
     {
@@ -97,10 +97,10 @@ QList<NestedLoop> loopsOfValues()
         {"file-is-reloaded", reloadFile, 2, false},   {"views-drop", dropViews, 0, true},
         {"view-closes", closeView, 0, true},
     };
-    QList<NestedLoop> loops;
+    QList<LoopCase> loops;
     for (const Case &each : cases) {
         const Trigger trigger = each.trigger;
-        NestedLoop loop;
+        LoopCase loop;
         loop.name = QString("value-as-%1").arg(QLatin1String(each.name));
         loop.way = {here};
         loop.run = [trigger](Scene &scene, LoopDriver &) {

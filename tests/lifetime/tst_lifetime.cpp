@@ -31,7 +31,7 @@ private slots:
 static const bool platformIsSet = qputenv("QT_QPA_PLATFORM", "minimal:enable_fonts");
 
 // What differs from the edits that should be there, beyond what the loop's own end may change.
-static QString lostEdits(const NestedLoop &loop, QStringList expected, QStringList found)
+static QString lostEdits(const LoopCase &loop, QStringList expected, QStringList found)
 {
     for (const QString &edit : QStringList(expected)) {
         if (found.removeOne(edit))
@@ -42,7 +42,7 @@ static QString lostEdits(const NestedLoop &loop, QStringList expected, QStringLi
     return "lost " + expected.join(", ") + ", found " + found.join(", ");
 }
 
-static void judge(Scene &scene, const NestedLoop &loop, const LifetimeAct &act)
+static void judge(Scene &scene, const LoopCase &loop, const LifetimeAct &act)
 {
     if (!scene.disorder().isEmpty())
         scene.failures.append(scene.disorder());
@@ -69,7 +69,7 @@ static void judge(Scene &scene, const NestedLoop &loop, const LifetimeAct &act)
         scene.failures.append(lost);
 }
 
-static QString play(const NestedLoop &loop, const LifetimeAct &act, const QString &answer)
+static QString play(const LoopCase &loop, const LifetimeAct &act, const QString &answer)
 {
     QStringList failures;
     {
@@ -107,7 +107,7 @@ void TestLifetime::viewsMayEndInside_data()
     QTest::addColumn<int>("loop");
     QTest::addColumn<int>("act");
     QTest::addColumn<QString>("answer");
-    const QList<NestedLoop> loops = nestedLoops();
+    const QList<LoopCase> loops = nestedLoops();
     const QList<LifetimeAct> &acts = lifetimeActs();
     const int stride = qEnvironmentVariableIsSet("MOLK_FULL") ? 1 : 5;
     int count = 0;
@@ -129,7 +129,7 @@ void TestLifetime::viewsMayEndInside()
     QFETCH(int, loop);
     QFETCH(int, act);
     QFETCH(QString, answer);
-    static const QList<NestedLoop> loops = nestedLoops();
+    static const QList<LoopCase> loops = nestedLoops();
     const auto work = [&] {
         return play(loops.at(loop), lifetimeActs().at(act), answer);
     };
