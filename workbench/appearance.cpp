@@ -14,6 +14,14 @@ namespace Workbench {
 
 namespace {
 
+bool isLineOnDarkList(const QStyleOption *option, const QWidget *widget)
+{
+    const QWidget *list = widget ? widget->parentWidget() : nullptr;
+    return list && list->backgroundRole() == QPalette::Base
+        && option->palette.color(QPalette::Base).lightness() < 128
+        && (option->state & QStyle::State_Enabled);
+}
+
 class WorkbenchStyle : public QProxyStyle
 {
 public:
@@ -24,12 +32,16 @@ public:
     {
         if (element == PE_IndicatorTabClose)
             drawTabClose(option, painter);
+        else if (element == PE_FrameLineEdit && isLineOnDarkList(option, widget))
+            drawBrightFrame(option, painter, widget);
         else
             QProxyStyle::drawPrimitive(element, option, painter, widget);
     }
 
 private:
     static void drawTabClose(const QStyleOption *option, QPainter *painter);
+    void drawBrightFrame(const QStyleOption *option, QPainter *painter,
+                         const QWidget *widget) const;
 };
 
 // A cross, on a disc while the mouse is over it.
@@ -55,6 +67,16 @@ void WorkbenchStyle::drawTabClose(const QStyleOption *option, QPainter *painter)
     painter->drawLine(cross.topLeft(), cross.bottomRight());
     painter->drawLine(cross.topRight(), cross.bottomLeft());
     painter->restore();
+}
+
+// The style takes the colour of the frame from that of the window: a shade that is darker still,
+// and can't be seen on a list.
+void WorkbenchStyle::drawBrightFrame(const QStyleOption *option, QPainter *painter,
+                                     const QWidget *widget) const
+{
+    QStyleOption bright(*option);
+    bright.palette.setColor(QPalette::Window, option->palette.color(QPalette::PlaceholderText));
+    QProxyStyle::drawPrimitive(PE_FrameLineEdit, &bright, painter, widget);
 }
 
 } // namespace
