@@ -76,6 +76,8 @@ function(molk_add_counted_library target library)
         $<TARGET_PROPERTY:${library},INTERFACE_INCLUDE_DIRECTORIES>)
     target_link_libraries(${target} PUBLIC $<TARGET_PROPERTY:${library},INTERFACE_LINK_LIBRARIES>)
     target_compile_options(${target} PRIVATE -fsanitize-coverage=trace-pc)
+    # Or else clang-tidy would look at each of these sources twice.
+    set_target_properties(${target} PROPERTIES EXPORT_COMPILE_COMMANDS OFF)
     if(forms)
         molk_add_forms(${target} ${forms})
     endif()
