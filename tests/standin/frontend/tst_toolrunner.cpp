@@ -16,6 +16,7 @@
 #include <cerrno>
 #include <csignal>
 #include <sys/file.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -45,6 +46,7 @@ private slots:
     void quittingKillsTheTool();
     void memoryIsLimited();
     void fileLengthIsLimited();
+    void crashLeavesNoCore();
     void eventLoopTurns();
     void workBesideTurnsTheEventLoop();
     void failuresAreDescribed_data();
@@ -247,6 +249,19 @@ void tst_ToolRunner::fileLengthIsLimited()
     QCOMPARE(result.outcome, ToolOutcome::Crashed);
     QCOMPARE(result.exitCode, SIGXFSZ);
     QVERIFY(QFile(directory.filePath("big")).size() <= 1 << 20);
+}
+
+void tst_ToolRunner::crashLeavesNoCore()
+{
+    rlimit before{};
+    QCOMPARE(::getrlimit(RLIMIT_CORE, &before), 0);
+    const rlimit most{before.rlim_max, before.rlim_max};
+    ::setrlimit(RLIMIT_CORE, &most);
+    Standin::Progress progress;
+    const bool succeeded = Standin::runTool(shell("ulimit -c"), limits, progress).succeeded();
+    ::setrlimit(RLIMIT_CORE, &before);
+    QVERIFY(succeeded);
+    QCOMPARE(content("out"), QByteArray("0\n"));
 }
 
 void tst_ToolRunner::eventLoopTurns()
