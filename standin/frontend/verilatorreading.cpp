@@ -170,6 +170,13 @@ void VerilatorReading::closeTop(const QString &top, QStringList *log)
         preprocessed.text = withoutModules(preprocessed.text, preprocessed.graph, needed);
         preprocessed.graph = scanVerilog(preprocessed.text);
     }
+    const auto &modules = preprocessed.graph.all();
+    const bool hasInterfaces =
+        std::any_of(modules.begin(), modules.end(), [](const ScannedModule &module) {
+            return module.kind == ScannedModule::Interface;
+        });
+    if (!hasInterfaces)
+        return;
     QVector<InterfacePort> ports;
     const QByteArray text = withoutInterfacePorts(preprocessed.text, top.toUtf8(), &ports);
     if (ports.isEmpty())

@@ -84,36 +84,18 @@ VerilogTokens::VerilogTokens(const QByteArray &text)
     matchBrackets();
 }
 
-const VerilogToken &VerilogTokens::at(int index) const
-{
-    static const VerilogToken end{0, 0, VerilogToken::End, -1};
-    return index >= 0 && index < count() ? tokens[size_t(index)] : end;
-}
-
 QByteArray VerilogTokens::text(int index) const
 {
     const VerilogToken &token = at(index);
     return QByteArray(start + token.begin, int(token.length));
 }
 
-bool VerilogTokens::is(int index, const char *wanted) const
-{
-    const VerilogToken &token = at(index);
-    const size_t length = std::strlen(wanted);
-    return (token.kind == VerilogToken::Keyword || token.kind == VerilogToken::Symbol)
-        && token.length == length && std::memcmp(start + token.begin, wanted, length) == 0;
-}
-
-bool VerilogTokens::is(int index, char symbol) const
-{
-    const VerilogToken &token = at(index);
-    return token.kind == VerilogToken::Symbol && token.length == 1 && start[token.begin] == symbol;
-}
-
 bool VerilogTokens::isAny(int index, std::initializer_list<const char *> words) const
 {
-    return std::any_of(words.begin(), words.end(),
-                       [&](const char *word) { return is(index, word); });
+    const VerilogToken &token = at(index);
+    return isFixed(token) && std::any_of(words.begin(), words.end(), [&](const char *word) {
+               return reads(token, word);
+           });
 }
 
 int VerilogTokens::behind(int index) const

@@ -7,6 +7,7 @@
 
 #include <QByteArray>
 
+#include <cstring>
 #include <initializer_list>
 #include <vector>
 
@@ -46,7 +47,10 @@ public:
     int count() const { return int(tokens.size()); }
 
     /// The token \a index; one of kind End for any index outside the text.
-    const VerilogToken &at(int index) const;
+    const VerilogToken &at(int index) const
+    {
+        return std::size_t(index) < tokens.size() ? tokens[std::size_t(index)] : behindLast;
+    }
 
     QByteArray text(int index) const;
 
@@ -54,8 +58,17 @@ public:
     QByteArray text() const { return source; }
 
     /// True for the keyword or symbol \a text; an escaped identifier is never a keyword.
-    bool is(int index, const char *text) const;
-    bool is(int index, char symbol) const;
+    bool is(int index, const char *text) const
+    {
+        const VerilogToken &token = at(index);
+        return isFixed(token) && reads(token, text);
+    }
+    bool is(int index, char symbol) const
+    {
+        const VerilogToken &token = at(index);
+        return token.kind == VerilogToken::Symbol && token.length == 1
+            && start[token.begin] == symbol;
+    }
 
     bool isWord(int index) const { return at(index).kind == VerilogToken::Word; }
 
@@ -70,12 +83,27 @@ public:
     int behind(int index) const;
 
 private:
+    // Most tokens are names, and most words differ in their first letter: a text is asked for
+    // dozens of words at each of its tokens.
+    static bool isFixed(const VerilogToken &token)
+    {
+        return token.kind == VerilogToken::Keyword || token.kind == VerilogToken::Symbol;
+    }
+    bool reads(const VerilogToken &token, const char *text) const
+    {
+        const char *const begin = start + token.begin;
+        return *begin == *text && std::strlen(text) == token.length
+            && std::memcmp(begin, text, token.length) == 0;
+    }
+
     void read();
     void matchBrackets();
     void add(const char *begin, const char *end, VerilogToken::Kind kind);
     const char *readAttribute(const char *begin);
     const char *readWord(const char *begin);
     const char *readDirective(const char *begin);
+
+    static constexpr VerilogToken behindLast{0, 0, VerilogToken::End, -1};
 
     QByteArray source;
     const char *start;
