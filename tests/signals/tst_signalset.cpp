@@ -4,6 +4,7 @@
 #include "alikenames.h"
 #include "blockcount.h"
 #include "literalset.h"
+#include "meetingnames.h"
 #include "randomitems.h"
 #include "signalitems.h"
 
@@ -35,6 +36,7 @@ private slots:
     void meetingCostsGrowWithTheNames_data();
     void meetingCostsGrowWithTheNames();
     void positionsOfANameComeLastAddedFirst();
+    void namesOfOneHashAreToldApart();
 };
 
 void TestSignalSet::busHoldsABitByItsExactName_data()
@@ -261,6 +263,18 @@ void TestSignalSet::positionsOfANameComeLastAddedFirst()
     QVERIFY(index.contains("9"));
     index.add("7", 100);
     QCOMPARE(index.position(*index.find("7")), 100);
+}
+
+void TestSignalSet::namesOfOneHashAreToldApart()
+{
+    const auto [one, other] = meetingNames();
+    QVERIFY(!one.isNull());
+    NamePositions index;
+    index.add(one, 0);
+    QVERIFY(!index.contains(other));
+    index.add(other, 1);
+    QCOMPARE(index.position(*index.find(one)), 0);
+    QCOMPARE(index.position(*index.find(other)), 1);
 }
 
 MOLK_TEST_GUILESS_MAIN(TestSignalSet)

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The project's authors
 // SPDX-License-Identifier: MIT
 
+#include "meetingnames.h"
 #include "molkcore.h"
 #include "signalitems.h"
 #include "testmain.h"
@@ -33,6 +34,7 @@ private slots:
     void emptyClockIsNotSearched();
 
     void netDrivenByTwoCores();
+    void netsOfOneHashAreToldApart();
     void driversAreNamedByPosition();
     void probeInIsNoDriver();
     void busBitsAreSingleNets();
@@ -198,6 +200,20 @@ void tst_Validation::netDrivenByTwoCores()
     QCOMPARE(cores.faults(),
              QStringList("ERROR:Signal \"top/a\" has multiple drivers(molk_0->Probe "
                          "Out0, molk_1->Probe Out2,)"));
+}
+
+void tst_Validation::netsOfOneHashAreToldApart()
+{
+    const auto [one, other] = meetingNames();
+    QVERIFY(!one.isNull());
+    Cores cores;
+    drive(cores.add(), 0, {net(one), net(other)});
+    QCOMPARE(cores.faults(), QStringList());
+
+    drive(cores.add(), 0, {net(other)});
+    QCOMPARE(cores.faults(),
+             QStringList("ERROR:Signal \"" + other
+                         + "\" has multiple drivers(molk_0->Probe Out0, molk_1->Probe Out0,)"));
 }
 
 void tst_Validation::driversAreNamedByPosition()
