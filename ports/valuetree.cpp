@@ -8,6 +8,7 @@
 #include <QAbstractItemDelegate>
 #include <QEvent>
 #include <QLabel>
+#include <QLineEdit>
 
 namespace MOLK {
 
@@ -60,9 +61,9 @@ ValueTree::ValueTree(QWidget *parent)
 
 ValueTree::~ValueTree()
 {
-    // A line takes its labels along, so that it must go ahead of them.
-    for (int i = 0; i < topLevelItemCount(); ++i)
-        delete itemWidget(topLevelItem(i), 0);
+    // A line takes its labels along, so that it must go ahead of them; one whose row is gone
+    // already may still wait for the event loop.
+    qDeleteAll(viewport()->findChildren<QLineEdit *>(QString(), Qt::FindDirectChildrenOnly));
 }
 
 void ValueTree::expandSoon(QTreeWidgetItem *row)

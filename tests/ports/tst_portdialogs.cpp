@@ -11,6 +11,7 @@
 
 #include "fathom/rtlnetlist.h"
 
+#include <QPointer>
 #include <QSignalSpy>
 #include <QToolButton>
 
@@ -36,6 +37,8 @@ private slots:
     void netlistLeavesAProbeInDialogOpen();
     void pageMayGoUnderADialog_data();
     void pageMayGoUnderADialog();
+    void portEndsItsDialog_data();
+    void portEndsItsDialog();
     void missingRowOpensNothing();
 };
 
@@ -322,6 +325,37 @@ void tst_PortDialogs::pageMayGoUnderADialog()
     runInLoop([&] { fixture.call(slot, tree->topLevelItem(0)); });
     QVERIFY(driver.done());
     QVERIFY(!fixture.widget);
+}
+
+void tst_PortDialogs::portEndsItsDialog_data()
+{
+    QTest::addColumn<QString>("direction");
+    QTest::newRow("probe-in") << "ProbeIn";
+    QTest::newRow("probe-out") << "ProbeOut";
+}
+
+/// A host may remove a port while a dialog on it stands, and then nothing is accepted any more.
+void tst_PortDialogs::portEndsItsDialog()
+{
+    QFETCH(QString, direction);
+    PageFixture fixture(
+        makeCore({{net("top/a")}, {net("top/b")}}, {{net("top/c")}, {net("top/d")}}));
+    fixture.show();
+    auto *rows = fixture.page->findChild<QTreeWidget *>("tree" + direction);
+    QPointer<ProbeDialog> stood;
+    ModalDriver driver;
+    driver.expectDialog<ProbeDialog>([&](ProbeDialog *dialog) {
+        stood = dialog;
+        fixture.page->findChild<QPushButton *>("btn" + direction + "Remove")->click();
+        QVERIFY(!dialog->isVisible());
+        QCOMPARE(dialog->result(), int(QDialog::Rejected));
+    });
+    fixture.doubleClick(rows->topLevelItem(0));
+    QVERIFY(driver.done());
+    QVERIFY(!stood);
+    QCOMPARE(rows->topLevelItemCount(), 1);
+    QCOMPARE(treeLines(rows->model()).last().trimmed(),
+             QString(direction == "ProbeIn" ? "top/b" : "top/d"));
 }
 
 void tst_PortDialogs::missingRowOpensNothing()
