@@ -13,13 +13,22 @@ StringInterner::StringInterner()
 {
 }
 
+static quint64 bucket(quint32 number, quint32 hash)
+{
+    return quint64(hash) << 32 | (number + 1);
+}
+
+static quint32 numberIn(quint64 bucket)
+{
+    return quint32(bucket) - 1;
+}
+
 // The bucket that has the text, or the empty one where it belongs.
 std::size_t StringInterner::bucketOf(QStringView wanted, quint32 hash) const
 {
     std::size_t at = hash & (buckets.size() - 1);
     for (; buckets[at]; at = (at + 1) & (buckets.size() - 1)) {
-        const quint32 number = buckets[at] - 1;
-        if (hashes[number] == hash && text(number) == wanted)
+        if (quint32(buckets[at] >> 32) == hash && text(numberIn(buckets[at])) == wanted)
             break;
     }
     return at;
@@ -35,12 +44,12 @@ quint32 StringInterner::intern(QStringView text)
     const quint32 hash = MOLK::nameHash(text);
     const std::size_t at = bucketOf(text, hash);
     if (buckets[at])
-        return buckets[at] - 1;
+        return numberIn(buckets[at]);
     const auto number = quint32(hashes.size());
     pool.insert(pool.end(), text.begin(), text.end());
     begins.push_back(quint32(pool.size()));
     hashes.push_back(hash);
-    buckets[at] = number + 1;
+    buckets[at] = bucket(number, hash);
     if (hashes.size() * 2 > buckets.size())
         grow();
     return number;
@@ -58,7 +67,7 @@ void StringInterner::grow()
         std::size_t at = hashes[number] & (buckets.size() - 1);
         while (buckets[at])
             at = (at + 1) & (buckets.size() - 1);
-        buckets[at] = quint32(number) + 1;
+        buckets[at] = bucket(quint32(number), hashes[number]);
     }
 }
 

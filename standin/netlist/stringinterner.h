@@ -41,7 +41,10 @@ private:
     std::vector<QChar> pool;
     std::vector<quint32> begins; ///< Of each text in the pool, and the end of the last.
     std::vector<quint32> hashes;
-    std::vector<quint32> buckets; ///< Open addressing: number + 1, or 0.
+
+    /// Open addressing: hash and number + 1, or 0. Of millions of texts each look at another table
+    /// waits for the memory, so what is no hit is told by the bucket alone.
+    std::vector<quint64> buckets;
 };
 
 } // namespace Standin
