@@ -11,6 +11,7 @@
 
 #include <functional>
 #include <sys/stat.h>
+#include <unistd.h>
 
 using Standin::KeptReading;
 
@@ -27,6 +28,7 @@ private slots:
     void damagedFileDoesNotCount();
     void fileOfAnotherKeyDoesNotCount();
     void othersMustNotBeAbleToWrite();
+    void fileOfAnotherOwnerIsNotFound();
     void linkIsNotFollowed();
     void oldestGoesFirst();
     void zeroBytesKeepNothing();
@@ -184,6 +186,16 @@ void tst_ResultCache::othersMustNotBeAbleToWrite()
     QVERIFY(!find("key"));
     Standin::ResultCache(cachePath, 1 << 20).store("new", sample("x"));
     QVERIFY(!QFile::exists(entry("new")));
+}
+
+void tst_ResultCache::fileOfAnotherOwnerIsNotFound()
+{
+    Standin::ResultCache(cachePath, 1 << 20).store("key", sample("x"));
+    const QByteArray file = QFile::encodeName(entry("key"));
+    const bool isGivenAway = ::chown(file.constData(), 65534, 65534) == 0;
+    // Only the superuser can give files away.
+    QCOMPARE(isGivenAway, ::geteuid() == 0);
+    QCOMPARE(find("key"), !isGivenAway);
 }
 
 void tst_ResultCache::linkIsNotFollowed()
