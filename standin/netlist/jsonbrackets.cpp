@@ -28,16 +28,13 @@ static QString unendedAt(std::string_view text, const char *what, std::size_t be
               .arg(QLatin1String(what), place.left(place.indexOf(QLatin1Char(':'))));
 }
 
-/// Offset behind the string that begins at \a at, or npos.
-static std::size_t behindString(std::string_view text, std::size_t at)
+/// Offset behind the string that begins at \a begin, or npos.
+static std::size_t behindString(std::string_view text, std::size_t begin)
 {
-    for (++at; at < text.size(); ++at) {
-        at = text.find_first_of("\"\\", at);
-        if (at == std::string_view::npos || text[at] == '"')
-            return at == std::string_view::npos ? at : at + 1;
-        ++at;
-    }
-    return std::string_view::npos;
+    std::size_t at = text.find_first_of("\"\\", begin + 1);
+    while (at != std::string_view::npos && text[at] == '\\')
+        at = at + 2 < text.size() ? text.find_first_of("\"\\", at + 2) : std::string_view::npos;
+    return at == std::string_view::npos ? at : at + 1;
 }
 
 QString faultOfJsonBrackets(std::string_view text)
