@@ -14,7 +14,6 @@
 #include <QRegularExpression>
 
 #include <algorithm>
-#include <csignal>
 
 namespace Standin {
 
@@ -100,9 +99,8 @@ GhdlStage::Run GhdlStage::run(const QStringList &arguments, const QString &outpu
     run.result = tools.runConfined(command, progress, &run.log);
     const QByteArray said = farm.readLog("ghdl.log");
     const bool failed = !run.result.succeeded();
-    // Other programs that get no memory abort.
     if (failed && said.contains("raised STORAGE_ERROR"))
-        run.result = {ToolOutcome::Crashed, SIGABRT};
+        run.result.outcome = ToolOutcome::OutOfMemory;
     const auto messages = readGhdlLog(said);
     QVector<ToolMessage> others;
     for (const ToolMessage &message : messages)

@@ -37,6 +37,11 @@ QString ToolBox::ghdl() const
 ToolResult ToolBox::run(const ToolCommand &command, Progress &progress)
 {
     ++started;
+    const ToolResult result = runTool(command, limits(), progress);
+    if (result.outcome != ToolOutcome::OutOfMemory)
+        return result;
+    // A tool that has lost its way may ask for more memory than there is, but hardly twice.
+    ++started;
     return runTool(command, limits(), progress);
 }
 

@@ -7,6 +7,7 @@
 
 #include <QDateTime>
 #include <QEventLoop>
+#include <QFile>
 #include <QFileInfo>
 #include <QProcess>
 #include <QStandardPaths>
@@ -93,6 +94,17 @@ static void redirect(QProcess *process, const ToolCommand &command)
     process->setStandardErrorFile(command.errorFile.isEmpty() ? null : command.errorFile);
 }
 
+// What the C++ library writes when nobody catches that there is no memory.
+static bool saysThatMemoryIsWanting(const QString &errorFile)
+{
+    static constexpr int LastWords = 4096;
+    QFile file(errorFile);
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    file.seek(qMax<qint64>(0, file.size() - LastWords));
+    return file.read(LastWords).contains("std::bad_alloc");
+}
+
 ToolResult runTool(const ToolCommand &command, const ToolLimits &limits, Progress &progress)
 {
     ToolResult result;
@@ -135,17 +147,20 @@ ToolResult runTool(const ToolCommand &command, const ToolLimits &limits, Progres
     if (process.error() == QProcess::FailedToStart)
         return result;
     result.exitCode = process.exitCode();
-    result.outcome =
-        process.exitStatus() == QProcess::CrashExit ? ToolOutcome::Crashed : ToolOutcome::Finished;
+    if (process.exitStatus() == QProcess::NormalExit)
+        result.outcome = ToolOutcome::Finished;
+    else if (result.exitCode == SIGABRT && saysThatMemoryIsWanting(command.errorFile))
+        result.outcome = ToolOutcome::OutOfMemory;
+    else
+        result.outcome = ToolOutcome::Crashed;
     return result;
 }
 
 bool ranIntoLimit(const ToolResult &result)
 {
-    // A program that gets no memory mostly gives up by itself.
-    return result.outcome == ToolOutcome::Crashed
-        && (result.exitCode == SIGXCPU || result.exitCode == SIGXFSZ || result.exitCode == SIGABRT
-            || result.exitCode == SIGKILL);
+    if (result.outcome != ToolOutcome::Crashed)
+        return result.outcome == ToolOutcome::OutOfMemory;
+    return result.exitCode == SIGXCPU || result.exitCode == SIGXFSZ || result.exitCode == SIGKILL;
 }
 
 static QString describeCrash(const QString &name, int signal, const ToolLimits &limits)
@@ -157,10 +172,6 @@ static QString describeCrash(const QString &name, int signal, const ToolLimits &
         return QString("%1 was stopped: it wrote more than %2 MB")
             .arg(name)
             .arg(limits.fileBytes >> 20);
-    case SIGABRT:
-        return QString("%1 gave up; it may use %2 MB of memory")
-            .arg(name)
-            .arg(limits.memoryBytes >> 20);
     default:
         return QString("%1 crashed (signal %2)").arg(name).arg(signal);
     }
@@ -174,6 +185,10 @@ QString describeFailure(const QString &program, const ToolResult &result, const 
         return QString("%1 failed with exit code %2").arg(name).arg(result.exitCode);
     case ToolOutcome::Crashed:
         return describeCrash(name, result.exitCode, limits);
+    case ToolOutcome::OutOfMemory:
+        return QString("%1 gave up; it may use %2 MB of memory")
+            .arg(name)
+            .arg(limits.memoryBytes >> 20);
     case ToolOutcome::NotStarted:
         return QString("%1 can't be started: is it installed?").arg(program);
     case ToolOutcome::TimedOut:

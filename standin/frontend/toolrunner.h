@@ -31,9 +31,10 @@ struct ToolCommand
 };
 
 enum class ToolOutcome {
-    Finished,   ///< It ended by itself; see the exit code.
-    Crashed,    ///< A signal ended it, a limit's among them.
-    NotStarted, ///< There is no such program, or it can't be run.
+    Finished,    ///< It ended by itself; see the exit code.
+    Crashed,     ///< A signal ended it, a limit's among them.
+    OutOfMemory, ///< It gave up because it got no memory, by what it said.
+    NotStarted,  ///< There is no such program, or it can't be run.
     TimedOut,
     Cancelled,
 };
@@ -52,6 +53,8 @@ struct ToolResult
 /// limits. The whole group is killed when the time is over, when \a progress is cancelled, and when
 /// the loop ends for another reason, as it does when the application quits, which then cancels \a
 /// progress; and the tool dies with this process.
+///
+/// A program of C++ that ends for want of memory says so in its error file.
 HOST_EXPORT ToolResult runTool(const ToolCommand &command, const ToolLimits &limits,
                                Progress &progress);
 

@@ -19,6 +19,8 @@ private slots:
     void unreadableFilesAreErrors();
     void missingToolIsAnError();
     void crashingToolIsAnError();
+    void abortIsACrash();
+    void wantOfMemoryIsBelievedTheSecondTime();
     void silentToolIsAnError();
     void slowToolIsStopped();
     void oddTopNameIsRefused();
@@ -115,6 +117,40 @@ void tst_ExtractionErrors::crashingToolIsAnError()
     ExtractionTest test(writer.optionsWithTool("#!/bin/sh\nkill -SEGV $$\n"));
     test.add(test.write("a.v", oneTop));
     QCOMPARE(test.modules().errors(), QStringList("ERROR: tool crashed (signal 11)"));
+}
+
+// What the C++ library says of an exception that nobody catches.
+static QByteArray abortWith(const QByteArray &exception)
+{
+    return "echo \"terminate called after throwing an instance of '" + exception
+        + "'\" >&2\nkill -ABRT $$\n";
+}
+
+void tst_ExtractionErrors::abortIsACrash()
+{
+    ExtractionTest writer;
+    ExtractionTest test(writer.optionsWithTool("#!/bin/sh\n" + abortWith("std::out_of_range")));
+    test.add(test.write("a.v", oneTop));
+    QCOMPARE(test.modules().errors(), QStringList("ERROR: tool crashed (signal 6)"));
+}
+
+static QStringList errorsWithoutMemory(const QByteArray &condition)
+{
+    ExtractionTest writer;
+    ExtractionTest test(writer.optionsWithTool("#!/bin/sh\nif " + condition + "; then\n"
+                                               + abortWith("std::bad_alloc")
+                                               + "fi\nexec verilator_bin \"$@\"\n"));
+    test.add(test.write("a.v", oneTop));
+    return test.modules().errors();
+}
+
+void tst_ExtractionErrors::wantOfMemoryIsBelievedTheSecondTime()
+{
+    const QTemporaryDir directory;
+    QCOMPARE(errorsWithoutMemory("mkdir '" + QFile::encodeName(directory.filePath("once")) + "'"),
+             QStringList());
+    QCOMPARE(errorsWithoutMemory("true"),
+             QStringList("ERROR: tool gave up; it may use 4096 MB of memory"));
 }
 
 void tst_ExtractionErrors::silentToolIsAnError()

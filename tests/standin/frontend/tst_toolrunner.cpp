@@ -307,7 +307,8 @@ void tst_ToolRunner::failuresAreDescribed_data()
     row("exit-code", ToolOutcome::Finished, 3, "tool failed with exit code 3");
     row("missing", ToolOutcome::NotStarted, -1, "/bin/tool can't be started: is it installed?");
     row("crash", ToolOutcome::Crashed, SIGSEGV, "tool crashed (signal 11)");
-    row("abort", ToolOutcome::Crashed, SIGABRT, "tool gave up; it may use 4096 MB of memory");
+    row("abort", ToolOutcome::Crashed, SIGABRT, "tool crashed (signal 6)");
+    row("memory", ToolOutcome::OutOfMemory, SIGABRT, "tool gave up; it may use 4096 MB of memory");
     row("processor-time", ToolOutcome::Crashed, SIGXCPU,
         "tool was stopped after 120 s of processor time");
     row("output", ToolOutcome::Crashed, SIGXFSZ, "tool was stopped: it wrote more than 2048 MB");
