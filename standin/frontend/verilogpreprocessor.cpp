@@ -224,7 +224,9 @@ QVector<IncludeDirective> includeDirectives(const QByteArray &source)
 {
     QVector<IncludeDirective> found;
     static const QByteArray word("`include");
-    for (int at = source.indexOf(word); at >= 0; at = source.indexOf(word, at + 1)) {
+    int next = 0;
+    for (int at = source.indexOf(word); at >= 0; at = source.indexOf(word, next)) {
+        next = at + 1;
         int open = at + word.size();
         while (open < source.size() && (source.at(open) == ' ' || source.at(open) == '\t'))
             ++open;
@@ -236,9 +238,11 @@ QVector<IncludeDirective> includeDirectives(const QByteArray &source)
         while (close < source.size() && source.at(close) != '\n'
                && source.at(close) != (quote == '"' ? '"' : '>'))
             ++close;
-        if (close < source.size() && source.at(close) != '\n')
-            found.append(
-                {QString::fromUtf8(source.mid(open + 1, close - open - 1)), open + 1, close});
+        if (close == source.size() || source.at(close) == '\n')
+            continue;
+        found.append({QString::fromUtf8(source.mid(open + 1, close - open - 1)), open + 1, close});
+        // What stands in the name is no directive.
+        next = close;
     }
     return found;
 }

@@ -3,6 +3,7 @@
 
 #include "frontend/verificationcode.h"
 #include "frontend/verilogmacros.h"
+#include "frontend/verilogpreprocessor.h"
 #include "frontend/verilogtext.h"
 #include "testmain.h"
 
@@ -25,6 +26,7 @@ private slots:
     void checksGo_data();
     void checksGo();
     void lineNumbersStay();
+    void includesOfOneLineFollowOneAnother();
 };
 
 void tst_VerilogText::pragmaIsRecognised_data()
@@ -229,6 +231,22 @@ void tst_VerilogText::argumentsOfMacrosAreJoined()
     QFETCH(QByteArray, joined);
     QCOMPARE(Standin::withJoinedArguments(text), joined);
     QCOMPARE(joined.count('\n'), text.count('\n'));
+}
+
+void tst_VerilogText::includesOfOneLineFollowOneAnother()
+{
+    const QByteArray text =
+        "`include \"a`include <b>\" `include <c> `include \"open\n`include \"d\"";
+    QStringList names;
+    int behind = 0;
+    for (const Standin::IncludeDirective &directive : Standin::includeDirectives(text)) {
+        names.append(directive.name);
+        QVERIFY(directive.begin >= behind);
+        QCOMPARE(QString::fromUtf8(text.mid(directive.begin, directive.end - directive.begin)),
+                 directive.name);
+        behind = directive.end;
+    }
+    QCOMPARE(names, QStringList({"a`include <b>", "c", "d"}));
 }
 
 MOLK_TEST_GUILESS_MAIN(tst_VerilogText)
