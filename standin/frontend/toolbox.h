@@ -29,7 +29,8 @@ public:
     QString verilator() const;
     QString ghdl() const;
 
-    /// Runs a tool that doesn't write anywhere but where it is told.
+    /// Runs a tool that doesn't write anywhere but where it is told, and once more if it says that
+    /// it got no memory. Its files are then those of the second run, and both count as runs().
     ToolResult run(const ToolCommand &command, Progress &progress);
 
     /// Runs a tool that the design can make write anywhere: in a file system that is read-only but
