@@ -41,7 +41,7 @@ static bool takeName(StringInterner *declared, const QString &name, const QByteA
 {
     const quint32 count = declared->count();
     const bool isAscii = utf8.size() == name.size();
-    declared->intern(isAscii ? name : QString::fromUtf8(utf8));
+    declared->intern(isAscii ? name : textOfName(utf8));
     return declared->count() > count;
 }
 
@@ -58,8 +58,12 @@ bool ModuleDefinition::addNet(const NetDeclaration &declaration)
     if (!takeName(&declaredNets, declaration.name, name))
         return false;
 
-    const bool plain = declaration.dimensions.isEmpty();
     const QByteArray stem = needsEscape(name) ? escapedName(name) : name;
+    if (stem.endsWith(']')) {
+        auto &bracketed = declaration.isBus ? bracketBuses : bracketSingles;
+        const std::size_t first = declaration.isBus ? busNets.size() : singleNets.size();
+        bracketed.push_back({quint32(first), quint32(elements), stem.size()});
+    }
     for (qint64 element = 0; element < elements; ++element) {
         QByteArray indices;
         qint64 rest = element;
@@ -69,27 +73,22 @@ bool ModuleDefinition::addNet(const NetDeclaration &declaration)
                             + ']');
             rest /= dimension.size();
         }
-        addRecord(declaration, stem + indices, plain, element * width);
+        addRecord(declaration, stem + indices, element * width);
     }
     return true;
 }
 
 void ModuleDefinition::addRecord(const NetDeclaration &declaration, const QByteArray &name,
-                                 bool plain, qint64 firstBit)
+                                 qint64 firstBit)
 {
-    const bool endsInBracket = plain && name.endsWith(']');
     const QByteArray &flags = declaration.flags;
     const quint32 begin = storeName(name);
     if (!declaration.isBus) {
-        if (endsInBracket)
-            bracketSingles.push_back(quint32(singleNets.size()));
         const int own = flags.isEmpty() ? 0 : flags.at(int(firstBit));
         singleNets.push_back({begin, quint32(name.size()) & 0x3fffffff, quint32(own) & 3});
         return;
     }
 
-    if (endsInBracket)
-        bracketBuses.push_back(quint32(busNets.size()));
     Bus bus{begin, quint32(name.size()) & 0x3fffffff, 0, declaration.range, UniformFlags};
     if (!flags.isEmpty()) {
         int all = NoProbeIn | NoProbeOut;
@@ -146,26 +145,36 @@ static bool isMistakable(const QByteArray &name, const StringInterner &declared)
     QByteArray base = name;
     qint32 index = 0;
     while (splitIndex(base, &base, &index)) {
-        if (declared.contains(QString::fromUtf8(base)))
+        if (declared.contains(textOfName(base)))
             return true;
     }
     return false;
 }
 
+// Of an element only the declared name is escaped, its index stands behind.
+template<typename Record>
+void ModuleDefinition::settleNames(const Bracketed &bracketed, std::vector<Record> *records)
+{
+    const Record &any = (*records)[bracketed.first];
+    const QByteArray declared = nameOf(any.nameBegin, quint32(bracketed.nameLength));
+    if (!isMistakable(declared, declaredNets))
+        return;
+    const QByteArray escaped = escapedName(declared);
+    for (quint32 i = bracketed.first; i < bracketed.first + bracketed.count; ++i) {
+        Record &record = (*records)[i];
+        const QByteArray whole = nameOf(record.nameBegin, record.nameLength);
+        const QByteArray name = escaped + whole.mid(bracketed.nameLength);
+        record.nameBegin = storeName(name);
+        record.nameLength = quint32(name.size()) & 0x3fffffff;
+    }
+}
+
 void ModuleDefinition::seal()
 {
-    const auto settle = [this](auto &record) {
-        const QByteArray name = nameOf(record.nameBegin, record.nameLength);
-        if (!isMistakable(name, declaredNets))
-            return;
-        const QByteArray escaped = escapedName(name);
-        record.nameBegin = storeName(escaped);
-        record.nameLength = quint32(escaped.size()) & 0x3fffffff;
-    };
-    for (quint32 i : bracketSingles)
-        settle(singleNets[i]);
-    for (quint32 i : bracketBuses)
-        settle(busNets[i]);
+    for (const Bracketed &bracketed : bracketSingles)
+        settleNames(bracketed, &singleNets);
+    for (const Bracketed &bracketed : bracketBuses)
+        settleNames(bracketed, &busNets);
     for (Instance &instance : instanceList) {
         if (needsEscape(instance.name) || isMistakable(instance.name, declaredInstances))
             instance.name = escapedName(instance.name);
@@ -173,8 +182,8 @@ void ModuleDefinition::seal()
 
     declaredNets.clear();
     declaredInstances.clear();
-    bracketSingles = std::vector<quint32>();
-    bracketBuses = std::vector<quint32>();
+    bracketSingles = std::vector<Bracketed>();
+    bracketBuses = std::vector<Bracketed>();
     singleNets.shrink_to_fit();
     busNets.shrink_to_fit();
     instanceList.shrink_to_fit();
@@ -199,7 +208,7 @@ QString ModuleDefinition::composed(const QString &prefix, quint32 begin, quint32
 {
     const char *name = pool.constData() + begin;
     if (!isAscii)
-        return prefix + QString::fromUtf8(name, int(length)) + QLatin1String(suffix, suffixLength);
+        return prefix + textOfName(name, int(length)) + QLatin1String(suffix, suffixLength);
     QString whole(prefix.size() + int(length) + suffixLength, Qt::Uninitialized);
     auto *out = reinterpret_cast<ushort *>(whole.data());
     std::memcpy(out, prefix.constData(), std::size_t(prefix.size()) * sizeof(QChar));

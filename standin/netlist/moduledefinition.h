@@ -152,8 +152,17 @@ public:
     static QByteArray instanceName(const Instance &instance, quint32 element);
 
 private:
-    void addRecord(const NetDeclaration &declaration, const QByteArray &name, bool plain,
-                   qint64 firstBit);
+    // Records that stand in a row for one declaration whose name ends in a bracket.
+    struct Bracketed
+    {
+        quint32 first;
+        quint32 count;
+        int nameLength; ///< Without the indices of elements.
+    };
+
+    void addRecord(const NetDeclaration &declaration, const QByteArray &name, qint64 firstBit);
+    template<typename Record>
+    void settleNames(const Bracketed &bracketed, std::vector<Record> *records);
     quint32 storeName(const QByteArray &name);
     QByteArray nameOf(quint32 begin, quint32 length) const;
     bool takeInstance(const QString &name, Instance instance);
@@ -171,8 +180,8 @@ private:
     // because their names end in a bracket.
     StringInterner declaredNets;
     StringInterner declaredInstances;
-    std::vector<quint32> bracketSingles;
-    std::vector<quint32> bracketBuses;
+    std::vector<Bracketed> bracketSingles;
+    std::vector<Bracketed> bracketBuses;
 
     // Indices sorted by name, made for the first search.
     mutable std::vector<quint32> singleOrder;

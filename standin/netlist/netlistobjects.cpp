@@ -147,7 +147,7 @@ QByteArray Level::ownName() const
 
 QString Level::name() const
 {
-    return parent ? QString::fromUtf8(ownName()) : definition().sourceName();
+    return parent ? textOfName(ownName()) : definition().sourceName();
 }
 
 QString Level::module() const
@@ -176,7 +176,7 @@ const QString &Level::prefix() const
     }
     QString path = from ? kept[netlist->indexOf(*from)] : QString();
     for (auto level = way.rbegin(); level != way.rend(); ++level)
-        path += QString::fromUtf8((*level)->ownName()) + QLatin1Char('/');
+        path += textOfName((*level)->ownName()) + QLatin1Char('/');
     if (path.size() <= LongestKeptPrefix)
         return own = path;
     netlist->lastPrefix = path;
@@ -291,7 +291,7 @@ void Netlist::build(quint32 levelCount, quint32 singleCount, quint32 busCount)
 FATHOM::RtlNet *Netlist::findNet(const QString &fullPathName) const
 {
     const QByteArray path = fullPathName.toUtf8();
-    if (QString::fromUtf8(path) != fullPathName)
+    if (textOfName(path) != fullPathName)
         return nullptr;
     int begin = 0;
     const Level *level = nullptr;

@@ -3,7 +3,17 @@
 
 #include "netlist/pathname.h"
 
+#include <cstring>
+
 namespace Standin {
+
+QString textOfName(const char *name, int length)
+{
+    QString text = QString::fromUtf8(name, length);
+    if (length >= 3 && std::memcmp(name, "\xef\xbb\xbf", 3) == 0)
+        text.prepend(QChar(QChar::ByteOrderMark));
+    return text;
+}
 
 bool needsEscape(const QByteArray &name)
 {

@@ -4,10 +4,22 @@
 #pragma once
 
 #include <QByteArray>
+#include <QString>
 
 // How names stand in paths. Names are UTF-8.
 
 namespace Standin {
+
+/// The text of a name, whole: QString::fromUtf8() would leave out a byte order mark at the start,
+/// and of an array what stands behind a NUL. Damaged files have both in names.
+///
+/// \param length in bytes, 0 or more.
+QString textOfName(const char *name, int length);
+
+inline QString textOfName(const QByteArray &name)
+{
+    return textOfName(name.constData(), name.size());
+}
 
 /// Whether \a name can't stand in a path as it is, whatever stands beside it: it holds a slash or a
 /// blank, or begins with a backslash.

@@ -3,6 +3,7 @@
 
 // The second half of XmlDesignReader: what an element leaves to its parent when it ends.
 
+#include "netlist/pathname.h"
 #include "netlist/xmldesignreader.h"
 
 namespace Standin {
@@ -333,7 +334,7 @@ QString decodedName(QStringView name)
         }
         decoded += coded.at(i);
     }
-    return QString::fromUtf8(decoded);
+    return textOfName(decoded);
 }
 
 } // namespace Standin

@@ -26,6 +26,8 @@ private slots:
     void rangesKeepTheirOrder();
     void namesStayUniqueWhateverTheyHold();
     void escapedNamesAreWrittenAsSuch();
+    void arraysNamedLikeElementsStayUnique();
+    void charactersThatNoNameShouldHoldAreKept();
     void namesThatCantBeMistakenStayAsTheyAre();
     void findNetFindsNothingElse_data();
     void findNetFindsNothingElse();
@@ -120,6 +122,60 @@ void TestNetlistObjects::escapedNamesAreWrittenAsSuch()
     QVERIFY(netlist->findNet("top/\\u/0 /\\x/y [0]"));
     QVERIFY(!netlist->findNet("top/\\u/0 /\\x/y "));
     QCOMPARE(netlist->top->children().at(0)->name(), QString("\\u/0 "));
+}
+
+static NetDeclaration arrayOf(const QString &name, const QVector<Range> &dimensions)
+{
+    NetDeclaration array;
+    array.name = name;
+    array.dimensions = dimensions;
+    return array;
+}
+
+void TestNetlistObjects::arraysNamedLikeElementsStayUnique()
+{
+    ModuleDefinition top("top");
+    QVERIFY(top.addNet(arrayOf("a[0]", {{1, 0}})));
+    QVERIFY(top.addNet(arrayOf("a", {{0, 0}, {1, 0}})));
+    QVERIFY(top.addNet(arrayOf("b[0]", {{1, 0}})));
+    NetDeclaration buses = arrayOf("q[1]", {{0, 0}});
+    buses.isBus = true;
+    buses.range = {1, 0};
+    QVERIFY(top.addNet(buses));
+    buses.name = "q";
+    buses.dimensions = {{1, 1}, {0, 0}};
+    QVERIFY(top.addNet(buses));
+    top.seal();
+    ModuleTable table;
+    table.definitions.push_back(top);
+    table.top = 0;
+    const std::unique_ptr<FATHOM::RtlNetlist> netlist(elaborate(table));
+    QCOMPARE(
+        netlistLines(*netlist),
+        QStringList({"top (top)", "  . \\a[0] [1]", "  . \\a[0] [0]", "  . a[0][1]", "  . a[0][0]",
+                     "  . b[0][1]", "  . b[0][0]", "  = \\q[1] [0][1:0]", "  = q[1][0][1:0]"}));
+    QCOMPARE(namesNotFound(*netlist), QStringList());
+}
+
+void TestNetlistObjects::charactersThatNoNameShouldHoldAreKept()
+{
+    const QChar nul(0);
+    const QChar mark(QChar::ByteOrderMark);
+    NetlistBuilder builder;
+    for (const QString &name : {QString("a"), "a" + nul + "b", "a" + nul + "c", mark + QString("a"),
+                                mark + QString("a/b"), QString("\001"), QString(nul)}) {
+        const int level = builder.addLevel(0, name, "m");
+        QVERIFY(builder.addNet(level, name));
+        QVERIFY(builder.addBus(level, name + "[0]", 1, 0));
+        QVERIFY(builder.addNet(level, name + "[0][0]"));
+        QVERIFY(builder.addNet(0, name));
+    }
+    const std::unique_ptr<FATHOM::RtlNetlist> netlist(builder.build());
+    QCOMPARE(netlist->top->children().at(1)->name(), "a" + nul + "b");
+    QCOMPARE(netlist->top->singleNets().at(1)->fullPathName(), "top/a" + nul + "b");
+    QCOMPARE(netlist->top->singleNets().at(3)->fullPathName(), "top/" + (mark + QString("a")));
+    QCOMPARE(netlist->top->singleNetsIncludeSub().size(), 21);
+    QCOMPARE(namesNotFound(*netlist), QStringList());
 }
 
 void TestNetlistObjects::namesThatCantBeMistakenStayAsTheyAre()
