@@ -27,7 +27,7 @@ public:
     bool contains(QStringView text) const;
 
     /// How many texts were seen.
-    quint32 count() const { return quint32(hashes.size()); }
+    quint32 count() const { return quint32(places.size()); }
 
     /// The text with this number. It is valid until the next call of intern().
     QStringView text(quint32 number) const;
@@ -35,12 +35,12 @@ public:
     QString string(quint32 number) const { return text(number).toString(); }
 
 private:
-    std::size_t bucketOf(QStringView text, quint32 hash) const;
+    std::size_t bucketOf(QStringView text, quint32 hash, quint32 place) const;
     void grow();
 
     std::vector<QChar> pool;
     std::vector<quint32> begins; ///< Of each text in the pool, and the end of the last.
-    std::vector<quint32> hashes;
+    std::vector<quint32> places; ///< Where each text belongs, in a table of any size.
 
     /// Open addressing: hash and number + 1, or 0. Of millions of texts each look at another table
     /// waits for the memory, so what is no hit is told by the bucket alone.
