@@ -6,6 +6,7 @@
 #include "bitlabel.h"
 
 #include <QAbstractItemDelegate>
+#include <QCoreApplication>
 #include <QEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -100,11 +101,32 @@ void ValueTree::releaseLabels(const QList<QLabel *> &labels)
 
 bool ValueTree::viewportEvent(QEvent *event)
 {
-    // Nothing in the tree asks for these, and each label that comes or goes sends one through all
-    // who might.
-    if (event->type() == QEvent::ChildAdded || event->type() == QEvent::ChildRemoved)
+    switch (event->type()) {
+    case QEvent::ChildAdded:
+    case QEvent::ChildRemoved:
+        // Nothing in the tree asks for these, and each label that comes or goes sends one through
+        // all who might.
         return true;
-    return QTreeWidget::viewportEvent(event);
+    case QEvent::WindowBlocked:
+    case QEvent::WindowUnblocked:
+        // A dialog that opens or closes sends one through all widgets of the windows beside it. A
+        // label out of view has no input that could be blocked.
+        sendToWidgetsInUse(event);
+        return true;
+    default:
+        return QTreeWidget::viewportEvent(event);
+    }
+}
+
+void ValueTree::sendToWidgetsInUse(QEvent *event)
+{
+    for (int i = 0; i < topLevelItemCount(); ++i)
+        if (QWidget *line = itemWidget(topLevelItem(i), 0))
+            QCoreApplication::sendEvent(line, event);
+    const QVector<QPointer<QWidget>> labels = shownLabels;
+    for (const QPointer<QWidget> &label : labels)
+        if (label)
+            QCoreApplication::sendEvent(label, event);
 }
 
 void ValueTree::endBatch()

@@ -17,7 +17,8 @@ namespace MOLK {
 /// labels. Where the base class lays all rows out for each row that comes in, and places and shows
 /// all widgets whether they are in view or not, this one lays out once, and places the lines and
 /// only those labels that are in view; the others are hidden. Lines are never hidden for being out
-/// of view: one of them may have the focus, and would commit its value.
+/// of view: one of them may have the focus, and would commit its value. What a window tells all its
+/// widgets when a dialog opens or closes goes to the lines and to the labels in view alone.
 ///
 /// All rows are as high as the first one, and none may be hidden.
 class ValueTree : public QTreeWidget
@@ -69,6 +70,7 @@ private:
         QRect rect;
     };
 
+    void sendToWidgetsInUse(QEvent *event);
     void endBatch();
     void raiseLines();
     void placeLines();

@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: MIT
 
 #include "blockcount.h"
+#include "modaldriver.h"
 #include "pagefixture.h"
+#include "probedialog.h"
 #include "testwidgetsmain.h"
 #include "treepair.h"
 #include "turnloop.h"
@@ -71,6 +73,9 @@ private slots:
     void refreshGrowsWithThePage();
     void removalOfAPortGrowsWithThePage_data();
     void removalOfAPortGrowsWithThePage();
+    void editOfAPortGrowsWithThePage();
+    void editSendsFewEventsBesideItsRefresh_data();
+    void editSendsFewEventsBesideItsRefresh();
 };
 
 static const int signalsOfAPort = 40;
@@ -151,6 +156,11 @@ void tst_PageGrowth::buildGrowsWithThePage()
     checkGrowth(buildCosts);
 }
 
+static void refresh(PageFixture *fixture)
+{
+    fixture->page->refreshProbeOutSignals();
+}
+
 void tst_PageGrowth::refreshGrowsWithThePage_data()
 {
     addFoldedAndUnfolded();
@@ -159,10 +169,7 @@ void tst_PageGrowth::refreshGrowsWithThePage_data()
 void tst_PageGrowth::refreshGrowsWithThePage()
 {
     QFETCH(bool, expanded);
-    checkGrowth([&](int ports) {
-        return costsOnAPage(ports, expanded,
-                            [](PageFixture *fixture) { fixture->page->refreshProbeOutSignals(); });
-    });
+    checkGrowth([&](int ports) { return costsOnAPage(ports, expanded, refresh); });
 }
 
 void tst_PageGrowth::removalOfAPortGrowsWithThePage_data()
@@ -179,6 +186,42 @@ void tst_PageGrowth::removalOfAPortGrowsWithThePage()
             fixture->child<QPushButton>("btnProbeOutRemove")->click();
         });
     });
+}
+
+static void acceptAnEdit(PageFixture *fixture)
+{
+    ModalDriver driver;
+    driver.expectDialog<ProbeDialog>([](ProbeDialog *dialog) { dialog->accept(); });
+    fixture->call("editProbeOut", fixture->treeProbeOut->topLevelItem(1));
+}
+
+// The edit unfolds its port, so that on a folded page more may be in view than before.
+void tst_PageGrowth::editOfAPortGrowsWithThePage()
+{
+    checkGrowth([](int ports) { return costsOnAPage(ports, true, acceptAnEdit); });
+}
+
+void tst_PageGrowth::editSendsFewEventsBesideItsRefresh_data()
+{
+    addFoldedAndUnfolded();
+}
+
+// The dialog comes and goes without a word to each label of the page.
+void tst_PageGrowth::editSendsFewEventsBesideItsRefresh()
+{
+    QFETCH(bool, expanded);
+    const auto eventsBeside = [&](int ports) {
+        return costsOnAPage(ports, expanded, acceptAnEdit).events
+            - costsOnAPage(ports, expanded, refresh).events;
+    };
+    const int small = eventsBeside(8);
+    const int large = eventsBeside(32);
+
+    // Each line is told that input is blocked, that it isn't any more, and that the window isn't
+    // active, and moves when the port is scrolled into view.
+    const int moreLines = 32 - 8;
+    QVERIFY2(large - small <= 4 * moreLines + rowsInView,
+             qPrintable(QString("8 ports: %1, 32 ports: %2").arg(small).arg(large)));
 }
 
 MOLK_TEST_MAIN(tst_PageGrowth)

@@ -10,6 +10,7 @@
 
 #include <QAccessible>
 #include <QApplication>
+#include <QDialog>
 #include <QHelpEvent>
 #include <QLabel>
 #include <QScrollBar>
@@ -34,6 +35,7 @@ private slots:
     void labelTakesFontsAndPalettesBeforeItIsShown();
     void labelIsAccessible();
     void bitsThatDontFitAreAToolTip();
+    void linesAndLabelsInViewHearOfDialogs();
 };
 
 void tst_ValueTree::labelsAreWidgetsOfTheirRows()
@@ -246,6 +248,56 @@ void tst_ValueTree::bitsThatDontFitAreAToolTip()
     QVERIFY(showsToolTip(fixture.line(0)->labels.at(0)));
     QCOMPARE(QToolTip::text(), wide);
     QToolTip::hideText();
+}
+
+namespace {
+
+// Keeps who is told that a dialog takes the input of windows, or gives it back.
+class BlockingWatch : public QObject
+{
+public:
+    BlockingWatch() { qApp->installEventFilter(this); }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::WindowBlocked)
+            blocked.append(watched);
+        if (event->type() == QEvent::WindowUnblocked)
+            unblocked.append(watched);
+        return false;
+    }
+
+    QObjectList blocked;
+    QObjectList unblocked;
+};
+
+} // namespace
+
+void tst_ValueTree::linesAndLabelsInViewHearOfDialogs()
+{
+    TreePair pair;
+    pair.addPort(manySignals(60), QString("1").repeated(120));
+    pair.addPort(manySignals(60), QString("1").repeated(120));
+    pair.show();
+    pair.ours->expandAll();
+    pair.ours->verticalScrollBar()->setValue(30);
+    turnLoop();
+
+    const BlockingWatch watch;
+    QDialog dialog(&pair.window);
+    dialog.open();
+    turnLoop();
+    const QObjectList blocked = watch.blocked;
+    dialog.reject();
+    turnLoop();
+    QCOMPARE(watch.unblocked, blocked);
+    QCOMPARE(blocked.count(pair.ours->viewport()), 1);
+    for (int i = 0; i < 2; ++i) {
+        const InitialValueLine *line = TreePair::line(pair.ours, i);
+        QCOMPARE(blocked.count(TreePair::line(pair.ours, i)), 1);
+        for (QLabel *label : line->labels)
+            QCOMPARE(blocked.count(label), label->isVisible() ? 1 : 0);
+    }
 }
 
 MOLK_TEST_MAIN(tst_ValueTree)
