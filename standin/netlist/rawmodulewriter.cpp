@@ -134,13 +134,33 @@ RawSegment RawModuleWriter::externalReference(quint32 dotted, quint32 name)
     return markReference(index);
 }
 
+// A named block in a process has entries of its own for what is declared around the process.
+bool RawModuleWriter::isSame(quint32 outer, quint32 index) const
+{
+    if (outer == index)
+        return true;
+    const RawEntry &around = module->entries[outer];
+    const RawEntry &entry = module->entries[index];
+    if (entry.name != around.name || entry.scope == RawEntry::External
+        || around.scope == RawEntry::External)
+        return false;
+    for (quint32 at = entry.scope; at != around.scope; at = module->scopes[at].parent) {
+        const auto here = entryIndex.constFind(pairKey(at, entry.name));
+        const bool isDeclared =
+            here != entryIndex.constEnd() && module->entries[*here].variable >= 0;
+        if (isDeclared || at == 0)
+            return false;
+    }
+    return true;
+}
+
 RawSegment RawModuleWriter::markReference(quint32 index)
 {
     RawEntry &entry = module->entries[index];
     entry.isReferenced = true;
     entry.isInLoopCondition = entry.isInLoopCondition || loopConditions > 0;
     for (Edge &edge : edges)
-        edge.isRead = edge.isRead || edge.clock.entry == index;
+        edge.isRead = edge.isRead || isSame(edge.clock.entry, index);
     RawSegment operand;
     operand.kind = RawSegment::Reference;
     operand.entry = index;

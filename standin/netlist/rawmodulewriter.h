@@ -84,6 +84,7 @@ private:
     };
 
     quint32 entryHere(quint32 name);
+    bool isSame(quint32 outer, quint32 index) const;
     RawSegment markReference(quint32 entry);
 
     RawModule *module = nullptr;

@@ -102,6 +102,14 @@ void TestNetFlags::flagsFollowTheRules_data()
         "wire x = a; reg r; always @(posedge clk or posedge x) "
         "if (x) r <= 0; else r <= b;",
         "top/x", "");
+    row("asynchronous-reset-of-a-named-block", "",
+        "wire x = a; reg r; if (1) begin : g always @(posedge clk or posedge x) begin : l "
+        "begin : m if (x) r <= 0; else r <= b; end end end",
+        "top/x", "");
+    row("clock-hidden-in-a-named-block", "",
+        "wire x = a; reg r; always @(posedge rst or posedge x) begin : l "
+        "reg x; x = b; if (rst) r <= 0; else r <= x; end",
+        "top/x", "-out");
     row("clock-beside-a-reset", "",
         "wire x = a; reg r; always @(posedge rst or posedge x) "
         "if (rst) r <= 0; else r <= b;",
