@@ -111,6 +111,7 @@ QStringList VerilatorReading::arguments(const QString &top) const
               << "-Wno-BLKLOOPINIT"
               << "-Wno-CONTASSREG"
               << "-Wno-IMPURE"
+              << "-Wno-TIMESCALEMOD"
               << "-Wwarn-PROCASSWIRE"
               << "-Wwarn-ASSIGNIN"
               // Of a generate loop it takes sixteen times as many rounds.

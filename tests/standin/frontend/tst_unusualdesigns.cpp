@@ -15,6 +15,7 @@ private slots:
     void readableConstructsAreNoErrors();
     void codeWithoutHardwareIsNoError_data();
     void codeWithoutHardwareIsNoError();
+    void filesWithAndWithoutTimeScalesGiveNoMessages();
     void blackBoxesAreNeverErrors_data();
     void blackBoxesAreNeverErrors();
     void packagesNeedNoOrder();
@@ -113,6 +114,19 @@ void tst_UnusualDesigns::codeWithoutHardwareIsNoError()
     test.add(test.write("bench.sv", body + '\n'));
     QCOMPARE(test.modules("top").errors().join('\n'), QString());
     QCOMPARE(netLines(*test.netlist()), (QStringList{"top/x", "top/w"}));
+}
+
+/// Time scales mean nothing for nets, and a message for each module would hide the others.
+void tst_UnusualDesigns::filesWithAndWithoutTimeScalesGiveNoMessages()
+{
+    ExtractionTest test;
+    test.add(test.write("one.v", "module one(input a); endmodule\n"));
+    test.add(test.write("two.v", "`timescale 1ns/1ps\nmodule two(input a); endmodule\n"));
+    test.add(test.write("top.sv",
+                        "package p; endpackage\nmodule top(input x);\ntimeunit 10ps;\n"
+                        "one u(x); two v(x); three w(x); endmodule\n"
+                        "module three(input a); endmodule\n"));
+    QCOMPARE(test.modules().messages, QStringList());
 }
 
 void tst_UnusualDesigns::blackBoxesAreNeverErrors_data()
