@@ -50,6 +50,11 @@ private:
     QStringList arguments(const QString &top) const;
     QStringList parametersOf(const QString &top) const;
     bool retryWithoutChecks(const QString &top, Attempt *attempt, QStringList *log);
+    Attempt runVariant(const VerilogVariant &wanted, const QString &top);
+    VerilogVariant betterKeywords(const VerilogVariant &one,
+                                  const QVector<ToolMessage> &messagesOfOne,
+                                  const VerilogVariant &other,
+                                  const QVector<ToolMessage> &messagesOfOther) const;
     bool retryWithOtherKeywords(const QString &top, Attempt *attempt, QStringList *log);
     bool retryAsVerilator(const QString &top, Attempt *attempt, QStringList *log);
     void repair(const QString &top, Attempt *attempt);

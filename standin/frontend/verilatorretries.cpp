@@ -40,41 +40,76 @@ bool VerilatorReading::retryWithoutChecks(const QString &top, Attempt *attempt, 
     return true;
 }
 
+static int syntaxErrorsIn(const QString &file, const QVector<ToolMessage> &messages)
+{
+    return int(std::count_if(messages.begin(), messages.end(), [&](const ToolMessage &message) {
+        return message.isError && message.file == file
+            && (message.text.startsWith("syntax error") || message.text.startsWith("Unexpected '"));
+    }));
+}
+
+/// The keywords that suit each source best, by what the tool says with those of \a one and of \a
+/// other; where they are equal, those of \a one.
+VerilogVariant VerilatorReading::betterKeywords(const VerilogVariant &one,
+                                                const QVector<ToolMessage> &messagesOfOne,
+                                                const VerilogVariant &other,
+                                                const QVector<ToolMessage> &messagesOfOther) const
+{
+    VerilogVariant better = one;
+    for (int i = 0; i < sources.files.size(); ++i) {
+        const QString name = preprocessor.privateName(i);
+        if (syntaxErrorsIn(name, messagesOfOther) < syntaxErrorsIn(name, messagesOfOne))
+            better.keywords[i] = other.keywords.at(i);
+    }
+    return better;
+}
+
+VerilatorReading::Attempt VerilatorReading::runVariant(const VerilogVariant &wanted,
+                                                       const QString &top)
+{
+    variant = wanted;
+    preprocessed = preprocessor.run(variant);
+    closeTop(top, nullptr);
+    return run(top, designText());
+}
+
 /// Reads Verilog files with errors by the other keywords: the old ones if nothing was said, all of
-/// them if a standard was named.
+/// them if a standard was named. Files that have less errors so stay with them, whatever errors
+/// there are besides.
 bool VerilatorReading::retryWithOtherKeywords(const QString &top, Attempt *attempt,
                                               QStringList *log)
 {
     VerilogVariant other = variant;
-    QStringList names;
     for (int i = 0; i < sources.files.size(); ++i) {
         const SourceFile::Language language = sources.files.at(i).language;
         const bool mayChange = language == SourceFile::Verilog
             || (language == SourceFile::SystemVerilog && !variant.keywords.at(i).isEmpty());
-        if (!mayChange || !isReported(i, attempt->log))
-            continue;
-        other.keywords[i] = variant.keywords.at(i).isEmpty() ? "1364-2005" : "";
-        names.append(printable(sources.files.at(i).path));
+        if (mayChange && isReported(i, attempt->log))
+            other.keywords[i] = variant.keywords.at(i).isEmpty() ? "1364-2005" : "";
     }
-    if (names.isEmpty())
+    const VerilogVariant old = variant;
+    const PreprocessedText oldText = preprocessed;
+    if (other.keywords == old.keywords)
         return false;
-    const VerilogVariant oldVariant = variant;
-    const PreprocessedText old = preprocessed;
-    variant = other;
-    preprocessed = preprocessor.run(variant);
-    closeTop(top, nullptr);
-    if (preprocessed.complete) {
-        const Attempt second = run(top, designText());
-        if (second.result.succeeded()) {
-            *attempt = second;
-            for (const QString &name : qAsConst(names))
-                log->append("WARNING: " + name + ": read by the keywords of another standard");
-            return true;
-        }
+    Attempt next = runVariant(other, top);
+    if (!next.result.succeeded()) {
+        const VerilogVariant better = betterKeywords(old, attempt->messages, other, next.messages);
+        if (better.keywords != other.keywords && better.keywords != old.keywords)
+            next = runVariant(better, top);
+        other = better;
     }
-    variant = oldVariant;
-    preprocessed = old;
-    return false;
+    if (other.keywords == old.keywords || next.result.outcome != ToolOutcome::Finished) {
+        variant = old;
+        preprocessed = oldText;
+        return false;
+    }
+    *attempt = next;
+    for (int i = 0; i < sources.files.size(); ++i) {
+        if (other.keywords.at(i) != old.keywords.at(i))
+            log->append("WARNING: " + printable(sources.files.at(i).path)
+                        + ": read by the keywords of another standard");
+    }
+    return next.result.succeeded();
 }
 
 bool VerilatorReading::retryAsVerilator(const QString &top, Attempt *attempt, QStringList *log)

@@ -19,6 +19,7 @@ private slots:
     void faultyTopKeepsWhatItInstantiates();
     void faultyHeaderKeepsWhatIsBelow();
     void faultsOfAllFilesAreTold();
+    void faultsDontHideThatAFileIsOfAnOlderStandard();
     void consequencesAreNotTold();
     void sourcesWithoutTopAreCheckedWhole();
     void modulesThatContainEachOtherAreErrors();
@@ -220,6 +221,37 @@ void tst_FaultyDesigns::faultsOfAllFilesAreTold()
     QVERIFY2(errors.at(0).startsWith("ERROR: " + one + ":2:6: "), qPrintable(errors.at(0)));
     QVERIFY2(errors.at(1).startsWith("ERROR: " + two + ":2:12: "), qPrintable(errors.at(1)));
     QCOMPARE(netLines(*test.netlist()), (QStringList{"top/x", "top/u/a", "top/v/a"}));
+}
+
+/// Words that are names in old files only, beside a fault, and in a file that would be faulty as an
+/// old one.
+void tst_FaultyDesigns::faultsDontHideThatAFileIsOfAnOlderStandard()
+{
+    ExtractionTest test;
+    const QString ram = test.write("ram.v",
+                                   "module ram(clk, do);\ninput clk; output [7:0] do;\n"
+                                   "reg [7:0] bit; assign do = bit;\nendmodule\n");
+    test.add(ram);
+    const QString bad = test.write("bad.v",
+                                   "module bad(input clk);\nlogic [3:0] x; assign x = ;\n"
+                                   "wire y; always_ff @(posedge clk) x <= 1;\nendmodule\n");
+    test.add(bad);
+    const QString top = test.write("top.v",
+                                   "module top(input clk);\nwire [7:0] q; assign q = ;\n"
+                                   "bad b(clk);\nram r(.clk(clk), .do(q));\nendmodule\n");
+    test.add(top);
+    const ModulesAnswer answer = test.modules();
+    QCOMPARE(answer.errors().size(), 2);
+    QVERIFY2(answer.errors().at(0).startsWith("ERROR: " + bad + ":2:"),
+             qPrintable(answer.messages.join('\n')));
+    QVERIFY2(answer.errors().at(1).startsWith("ERROR: " + top + ":2:"),
+             qPrintable(answer.messages.join('\n')));
+    const QString old = ": read by the keywords of another standard";
+    QCOMPARE(answer.messages.filter(old),
+             (QStringList{"WARNING: " + ram + old, "WARNING: " + top + old}));
+    QCOMPARE(netLines(*test.netlist()),
+             (QStringList{"top/clk", "top/b/clk", "top/b/y", "top/r/clk", "top/q[7:0]",
+                          "top/b/x[3:0]", "top/r/do[7:0]", "top/r/bit[7:0]"}));
 }
 
 void tst_FaultyDesigns::consequencesAreNotTold()
