@@ -57,13 +57,21 @@ static void selectRows(QTreeWidget *tree, const Rows &selected)
 }
 
 // Telling of the end of the selection makes the tree go through all selected rows. Those that stay
-// are selected again, which tells it all the same.
+// are selected again, which tells it all the same; to those that go it makes no difference.
 static bool clearSelectionQuietly(QTreeWidget *tree)
 {
     const bool hadSelection = tree->selectionModel()->hasSelection();
     const QSignalBlocker blocker(tree->selectionModel());
     tree->selectionModel()->clearSelection();
     return hadSelection;
+}
+
+void clearRows(QTreeWidget *tree)
+{
+    const bool hadSelection = clearSelectionQuietly(tree);
+    tree->clear();
+    if (hadSelection)
+        emit tree->itemSelectionChanged();
 }
 
 void rebuildTopLevelRows(QTreeWidget *tree, const QList<QTreeWidgetItem *> &kept,

@@ -20,4 +20,7 @@ namespace MOLK {
 void rebuildTopLevelRows(QTreeWidget *tree, const QList<QTreeWidgetItem *> &kept,
                          const QList<QTreeWidgetItem *> &doomed, QTreeWidgetItem *current);
 
+/// Deletes all rows, as clear() does, but in half the time if they are selected.
+void clearRows(QTreeWidget *tree);
+
 } // namespace MOLK

@@ -57,7 +57,7 @@ void removeTopLevelRows(QTreeWidget *tree, const QVector<int> &rows)
 {
     if (rows.size() > fewRows) {
         if (rows.size() == tree->topLevelItemCount())
-            tree->clear();
+            clearRows(tree);
         else
             removeByRebuilding(tree, rows);
         return;
@@ -70,9 +70,10 @@ void removeSelectedRows(QTreeWidget *tree)
 {
     // Excluded rows may lie inside a selected range, but don't count as selected.
     const Qt::ItemFlags choosable = Qt::ItemIsSelectable | Qt::ItemIsEnabled;
+    const QTreeWidgetItem *root = tree->invisibleRootItem();
     QVector<int> rows;
-    for (int i = 0; i < tree->topLevelItemCount(); ++i) {
-        const QTreeWidgetItem *row = tree->topLevelItem(i);
+    for (int i = 0; i < root->childCount(); ++i) {
+        const QTreeWidgetItem *row = root->child(i);
         if (row->isSelected() && (row->flags() & choosable) == choosable)
             rows.append(i);
     }

@@ -27,6 +27,8 @@ private slots:
     void theViewStaysWhereItWasScrolledTo();
     void manyRowsGoAtOnce();
     void removalOfAllRowsIsTold();
+    void removedRowsArentDeselectedAheadOfIt_data();
+    void removedRowsArentDeselectedAheadOfIt();
 };
 
 static QStringList rowState(const QTreeWidget *tree, const QTreeWidgetItem *row)
@@ -204,6 +206,48 @@ void TestRowRemoval::removalOfAllRowsIsTold()
     QCOMPARE(tree.topLevelItemCount(), 0);
     QVERIFY(!tree.currentItem());
     QCOMPARE(selection.count(), 1);
+}
+
+namespace {
+
+// Counts the rows that the view goes over because they aren't selected any more.
+class DeselectionCounter : public QTreeWidget
+{
+public:
+    int rows = 0;
+
+protected:
+    void selectionChanged(const QItemSelection &selected, const QItemSelection &deselected) override
+    {
+        rows += deselected.indexes().size();
+        QTreeWidget::selectionChanged(selected, deselected);
+    }
+};
+
+} // namespace
+
+void TestRowRemoval::removedRowsArentDeselectedAheadOfIt_data()
+{
+    QTest::addColumn<int>("kept");
+    QTest::newRow("all-go") << 0;
+    QTest::newRow("some-stay") << 5;
+}
+
+// Each row on its own would cost as much as its removal does.
+void TestRowRemoval::removedRowsArentDeselectedAheadOfIt()
+{
+    QFETCH(int, kept);
+    DeselectionCounter tree;
+    fill(&tree, 1000);
+    tree.show();
+    tree.selectAll();
+    for (int i = 0; i < kept; ++i)
+        tree.topLevelItem(i)->setSelected(false);
+    tree.rows = 0;
+    removeSelectedRows(&tree);
+    QCOMPARE(tree.topLevelItemCount(), kept);
+    QVERIFY(tree.selectedItems().isEmpty());
+    QCOMPARE(tree.rows, 0);
 }
 
 MOLK_TEST_MAIN(TestRowRemoval)
