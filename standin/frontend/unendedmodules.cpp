@@ -7,6 +7,8 @@
 #include "frontend/sourceplaces.h"
 #include "frontend/verilogitems.h"
 
+#include <QHash>
+
 namespace Standin {
 
 /// Finds the modules that are open where a file ends.
@@ -27,6 +29,7 @@ public:
     struct Insertion
     {
         quint32 offset;
+        int replaced; ///< Characters that give way to the text.
         QByteArray text;
     };
 
@@ -34,9 +37,14 @@ public:
     QVector<Insertion> insertions;
 
 private:
+    QByteArray endOf(int opener) const;
+    void close(int token);
+    void endLast(quint32 offset, int replaced);
+
     VerilogTokens tokens;
     SourcePlaces places;
-    QVector<int> open; ///< Tokens that open modules.
+    QVector<int> open;                ///< Tokens that open modules.
+    QHash<QByteArray, int> openByEnd; ///< How many of them there are, by what ends them.
     int next = 0;
 };
 
@@ -49,25 +57,57 @@ static bool opensUnit(const VerilogTokens &tokens, int i)
         || ((isClass || tokens.is(i, "package")) && tokens.isWord(moduleName(tokens, i)));
 }
 
+QByteArray UnendedModules::endOf(int opener) const
+{
+    return tokens.is(opener, "macromodule") ? "endmodule" : "end" + tokens.text(opener);
+}
+
+/// Ends the one that was opened last, at \a offset.
+void UnendedModules::endLast(quint32 offset, int replaced)
+{
+    const int opener = open.takeLast();
+    const QByteArray word = endOf(opener);
+    --openByEnd[word];
+    const quint32 at = tokens.at(opener).begin;
+    const SourcePlaces::Stretch *stretch = places.stretchAt(at);
+    found.append({tokens.text(moduleName(tokens, opener)), stretch ? stretch->file : QString(),
+                  places.lineAt(at)});
+    insertions.append({offset, replaced, word.leftJustified(replaced)});
+}
+
+/// Takes the end at \a token for that of what it is an end of, or else of what was opened last.
+void UnendedModules::close(int token)
+{
+    const QByteArray word = tokens.text(token);
+    const VerilogToken &end = tokens.at(token);
+    if (openByEnd.value(word) == 0) {
+        endLast(end.begin, int(end.length));
+        return;
+    }
+    while (endOf(open.last()) != word) {
+        endLast(end.begin, 0);
+        insertions.last().text += ' ';
+    }
+    --openByEnd[word];
+    open.removeLast();
+}
+
 void UnendedModules::closeAt(quint32 offset)
 {
     for (; next < tokens.count() && tokens.at(next).begin < offset; ++next) {
-        if (opensUnit(tokens, next))
+        if (opensUnit(tokens, next)) {
             open.append(next);
-        else if (!open.isEmpty()
-                 && tokens.isAny(next,
-                                 {"endmodule", "endinterface", "endprogram", "endprimitive",
-                                  "endpackage", "endclass"}))
-            open.removeLast();
+            ++openByEnd[endOf(next)];
+        } else if (!open.isEmpty()
+                   && tokens.isAny(next,
+                                   {"endmodule", "endinterface", "endprogram", "endprimitive",
+                                    "endpackage", "endclass"})) {
+            close(next);
+        }
     }
     while (!open.isEmpty()) {
-        const int opener = open.takeLast();
-        const quint32 at = tokens.at(opener).begin;
-        const SourcePlaces::Stretch *stretch = places.stretchAt(at);
-        found.append({tokens.text(moduleName(tokens, opener)), stretch ? stretch->file : QString(),
-                      places.lineAt(at)});
-        const QByteArray word = tokens.is(opener, "macromodule") ? "module" : tokens.text(opener);
-        insertions.append({offset, "end" + word + '\n'});
+        endLast(offset, 0);
+        insertions.last().text += '\n';
     }
 }
 
@@ -80,8 +120,10 @@ QVector<DesignRepair::Unended> DesignRepair::endModules(const QSet<QString> &sou
             unended.closeAt(stretches[i - 1].end);
     }
     unended.closeAt(quint32(design.size()));
-    for (int i = unended.insertions.size() - 1; i >= 0; --i)
-        design.insert(int(unended.insertions.at(i).offset), unended.insertions.at(i).text);
+    for (int i = unended.insertions.size() - 1; i >= 0; --i) {
+        const UnendedModules::Insertion &insertion = unended.insertions.at(i);
+        design.replace(int(insertion.offset), insertion.replaced, insertion.text);
+    }
     return unended.found;
 }
 

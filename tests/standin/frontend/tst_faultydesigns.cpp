@@ -142,6 +142,9 @@ void tst_FaultyDesigns::faultyFileSpoilsNoOther_data()
     QTest::newRow("stray-endmodule") << QByteArray("endmodule\nendmodule\n") << "1:";
     QTest::newRow("unended-package") << QByteArray("package bad; typedef logic t;\n") << "";
     QTest::newRow("unended-class") << QByteArray("class bad; int x;\n") << "";
+    QTest::newRow("wrong-end") << QByteArray("program bad(input x);\nendmodule\n") << "1: ";
+    QTest::newRow("unended-class-in-a-package")
+        << QByteArray("package bad; typedef logic t;\nclass c; int y;\nendpackage\n") << "2: ";
     QTest::newRow("brackets") << QByteArray("module bad(((((; endmodule\n") << "1:";
 }
 
