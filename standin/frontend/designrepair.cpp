@@ -1,10 +1,8 @@
 // SPDX-FileCopyrightText: The project's authors
 // SPDX-License-Identifier: MIT
 
-#include "frontend/designrepair.h"
+#include "frontend/designrepair_p.h"
 
-#include "frontend/sourceplaces.h"
-#include "frontend/verilogitems.h"
 #include "frontend/verilogscanner.h"
 
 #include <QRegularExpression>
@@ -16,61 +14,11 @@ namespace Standin {
 // How many rounds a module may be faulty before it loses more than the faulty statements.
 static constexpr int RoundsOfStatements = 6;
 
-/// What is left of a faulty module.
-enum class Remains {
-    AllButFaults,
-    Declarations, ///< And instances.
-    Ports,
-    Instances,
-    Nothing,
-};
-
 static Remains remainsAfter(int rounds)
 {
     const int more = std::max(0, rounds - RoundsOfStatements);
     return Remains(std::min(more, int(Remains::Nothing)));
 }
-
-/// One look at the text: finds what is to go, and in the end takes it out.
-class DesignRepair::Round
-{
-public:
-    explicit Round(DesignRepair *wholeRepair)
-        : repair(wholeRepair)
-        , tokens(wholeRepair->design)
-        , units(verilogUnits(tokens))
-        , places(wholeRepair->design)
-    {
-    }
-
-    bool takeOut(const ToolMessage &error, Concern *concern);
-    void takeOutItem(quint32 offset);
-    void gut(const QSet<QByteArray> &names, Remains remains);
-    void finish();
-
-private:
-    const VerilogUnit &unitAt(int token) const;
-    Concern concernOf(const ToolMessage &error, const VerilogUnit &unit, int token) const;
-    bool isTestbench(const VerilogUnit &unit) const;
-    bool isConsequence(const ToolMessage &error, int token) const;
-    void takeOutAt(const ToolMessage &error, const VerilogUnit &unit, int token);
-    bool takeOutConnection(const VerilogItem &item, int token);
-    void takeOutElements(int open, const QSet<int> &marked);
-    void takeOutUnit(const VerilogUnit &unit, Remains remains);
-    VerilogItem itemOf(const VerilogUnit &unit, int token) const;
-    bool isPort(const VerilogItem &item) const;
-    bool isDeclaration(const VerilogItem &item) const;
-    void blank(int begin, int end);
-    QByteArray nameOf(const VerilogUnit &unit) const { return tokens.text(unit.name); }
-
-    DesignRepair *repair;
-    VerilogTokens tokens;
-    std::vector<VerilogUnit> units;
-    SourcePlaces places;
-    QSet<int> faulty; ///< Units by index that have had an error in this round.
-    QSet<QByteArray> hollow;
-    QHash<int, QSet<int>> connections; ///< Tokens in lists by the bracket that opens the list.
-};
 
 const VerilogUnit &DesignRepair::Round::unitAt(int token) const
 {
@@ -82,8 +30,7 @@ const VerilogUnit &DesignRepair::Round::unitAt(int token) const
     return *(behind - 1);
 }
 
-/// Index in \a items of the one that holds \a token, or -1.
-static int itemAt(const std::vector<VerilogItem> &items, int token)
+int itemAt(const std::vector<VerilogItem> &items, int token)
 {
     const auto behind =
         std::upper_bound(items.begin(), items.end(), token,
@@ -98,10 +45,10 @@ bool DesignRepair::Round::takeOut(const ToolMessage &error, Concern *concern)
     *concern = Concern::Design;
     const QVector<quint32> lines = places.offsets(error.file, error.line);
     for (quint32 line : lines) {
-        const int token =
-            std::min(tokens.find(line + quint32(std::max(0, error.column - 1))), tokens.count());
+        const int token = tokenAt(line, error);
         const VerilogUnit &unit = unitAt(token);
         *concern = concernOf(error, unit, token);
+        losesNames = *concern != Concern::Checks;
         takeOutAt(error, unit, token);
     }
     return !lines.isEmpty();
@@ -170,6 +117,8 @@ void DesignRepair::Round::takeOutAt(const ToolMessage &error, const VerilogUnit 
             blank(unit.items[std::size_t(item)].begin, unit.items[std::size_t(item)].end);
         return;
     }
+    if (mend(error, unit, token))
+        return;
     const int index = int(&unit - units.data());
     const bool isNew = !faulty.contains(index);
     faulty.insert(index);
@@ -185,9 +134,7 @@ void DesignRepair::Round::takeOutAt(const ToolMessage &error, const VerilogUnit 
         return;
     }
     const VerilogItem faultyItem = itemOf(unit, token);
-    const bool concernsPin = error.code == "PINNOTFOUND" || error.text.contains("pin connection")
-        || error.text.contains("port connection") || error.text.contains("on pin connection");
-    if (!concernsPin || !takeOutConnection(faultyItem, token))
+    if (!isPinError(error) || !takeOutConnection(faultyItem, token))
         blank(faultyItem.begin, faultyItem.end);
 }
 
@@ -306,7 +253,7 @@ void DesignRepair::Round::blank(int begin, int end)
 {
     for (int i = begin; i < end && i < tokens.count(); ++i) {
         const VerilogToken &token = tokens.at(i);
-        if (token.kind == VerilogToken::Word)
+        if (losesNames && token.kind == VerilogToken::Word)
             repair->lost.insert(tokens.text(i));
         // What makes an identifier an escaped one goes with it.
         quint32 at = token.begin;
@@ -323,6 +270,12 @@ void DesignRepair::Round::finish()
 {
     for (auto list = connections.cbegin(); list != connections.cend(); ++list)
         takeOutElements(list.key(), list.value());
+    // The last first, so that the offsets of the others stay right.
+    for (auto each = added.cend(); each != added.cbegin();) {
+        --each;
+        const VerilogToken &token = tokens.at(each.key());
+        repair->design.insert(int(token.begin + token.length), each.value());
+    }
     if (hollow.isEmpty())
         return;
     // What instantiates them and what they instantiate stands in the text as it was.
@@ -349,16 +302,30 @@ bool DesignRepair::takeOut(const QVector<ToolMessage> &errors, QVector<Concern> 
     const bool anyPlain = std::any_of(errors.begin(), errors.end(), [](const ToolMessage &error) {
         return error.isError && !error.isInternal && error.line > 0;
     });
+    for (const ToolMessage &error : errors)
+        round.note(error);
+    concerns->fill(Concern::Design, errors.size());
     bool any = false;
-    for (const ToolMessage &error : errors) {
-        Concern concern = Concern::Design;
-        if (error.isInternal && anyPlain)
-            concern = Concern::Consequence;
-        else if (error.isError)
-            any = round.takeOut(error, &concern) || any;
-        concerns->append(concern);
-    }
+    bool anyDoubtful = false;
+    const auto takeOutEach = [&](bool ofPins) {
+        for (int i = 0; i < errors.size(); ++i) {
+            const ToolMessage &error = errors.at(i);
+            if (!error.isError || isPinError(error) != ofPins)
+                continue;
+            Concern &concern = (*concerns)[i];
+            const bool isDoubtful = patience > 0 && round.isDoubtful(error);
+            anyDoubtful = anyDoubtful || isDoubtful;
+            if (isDoubtful || (error.isInternal && anyPlain))
+                concern = Concern::Consequence;
+            else
+                any = round.takeOut(error, &concern) || any;
+        }
+    };
+    // Those of pins come last, since they may follow from what is wrong with ports.
+    takeOutEach(false);
+    takeOutEach(true);
     round.finish();
+    patience -= anyDoubtful;
     isFirstRound = false;
     return any;
 }

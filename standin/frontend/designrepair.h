@@ -17,9 +17,11 @@ namespace Standin {
 
 /// Takes out of a design what can't be read, so that the rest can.
 ///
-/// It goes by where the errors are: first the statements that hold them go, and what refers to them
-/// in the next round. A module that stays faulty round after round loses its processes and
-/// assignments, then everything but its instances, then becomes a black box.
+/// It goes by where the errors are: what a lost semicolon or comma, or an unknown width or type in
+/// the first line of a module makes unreadable is mended; else the statements that hold the errors
+/// go, and what refers to them in the next round. A module that stays faulty round after round
+/// loses its processes and assignments, then everything but its instances, then becomes a black
+/// box.
 class HOST_EXPORT DesignRepair
 {
 public:
@@ -75,6 +77,8 @@ private:
     QSet<QByteArray> blackBoxes;         ///< Types that the design lacks.
     QHash<QByteArray, int> faultyRounds; ///< Of each module by name.
     QSet<QByteArray> lost;               ///< Words in what was taken out.
+    QSet<QString> mended;                ///< Places at which nothing but taking out is left.
+    int patience = 8; ///< Rounds in which doubtful errors may still wait for the next one.
     bool isFirstRound = true;
 };
 

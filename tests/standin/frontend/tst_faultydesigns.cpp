@@ -18,6 +18,8 @@ private slots:
     void missingFileSpoilsNoOther();
     void faultyTopKeepsWhatItInstantiates();
     void faultyHeaderKeepsWhatIsBelow();
+    void moduleOutlivesItsFirstLine_data();
+    void moduleOutlivesItsFirstLine();
     void faultsOfAllFilesAreTold();
     void faultsDontHideThatAFileIsOfAnOlderStandard();
     void consequencesAreNotTold();
@@ -34,6 +36,17 @@ void tst_FaultyDesigns::theRestIsRead_data()
     QTest::addColumn<QStringList>("nets");
 
     // The body begins in the third line, and behind it a process and an instance follow.
+    QTest::newRow("lost-semicolon") << QByteArray("wire [1:0] x = {2{clk}}\nwire y, z;")
+                                    << "4:1: " << QStringList{"top/x[1:0]", "top/y", "top/z"};
+    QTest::newRow("lost-semicolons-ahead-of-processes")
+        << QByteArray("reg x; wire y = x, z = x\nalways @* begin : g\nreg w; w = x\nx = w\nend")
+        << "4:1: " << QStringList{"top/x", "top/y", "top/z"};
+    QTest::newRow("lost-semicolon-behind-an-instance")
+        << QByteArray("leaf v(.a(clk))\nleaf w(.a(clk));")
+        << "4:1: " << QStringList{"top/v/a", "top/w/a"};
+    QTest::newRow("lost-comma-between-connections")
+        << QByteArray("wire [3:0] x;\nleaf v(.a(clk)\n.b(x));")
+        << "5:1: " << QStringList{"top/v/a", "top/x[3:0]"};
     QTest::newRow("expression") << QByteArray("wire x;\nassign x = ;")
                                 << "4:12: " << QStringList{"top/x"};
     QTest::newRow("unclosed-event")
@@ -208,6 +221,56 @@ void tst_FaultyDesigns::faultyHeaderKeepsWhatIsBelow()
                         "module top(input x);\nmiddle m(x, , ); endmodule\n"));
     QVERIFY(!test.modules("top").errors().isEmpty());
     QCOMPARE(levelLines(*test.netlist()), (QStringList{"top top", "top/m middle", "top/m/u leaf"}));
+}
+
+void tst_FaultyDesigns::moduleOutlivesItsFirstLine_data()
+{
+    QTest::addColumn<QByteArray>("header");
+    QTest::addColumn<QString>("place");
+    QTest::addColumn<QStringList>("nets");
+
+    QTest::newRow("undefined-macro")
+        << QByteArray("(input clk,\ninput [`W-1:0] x, output [3:0] y);")
+        << "2:8: " << QStringList{"top/m/x", "top/m/y[3:0]"};
+    QTest::newRow("undefined-parameter")
+        << QByteArray("(input clk,\ninput x, output [4*(W-1):0] y);")
+        << "2:" << QStringList{"top/m/y"};
+    QTest::newRow("undefined-type")
+        << QByteArray("(input clk,\ninput t x,\noutput t [1:0] y, input wire t z);")
+        << "3:16: " << QStringList{"top/m/x", "top/m/y[1:0]", "top/m/z"};
+    QTest::newRow("missing-package")
+        << QByteArray("import p::*, q::*; #(parameter W = p::W, parameter type T = p::t)\n"
+                      "(input clk, input p::t x, output [p::N:0] y);")
+        << "1:" << QStringList{"top/m/x", "top/m/y"};
+    QTest::newRow("undefined-value")
+        << QByteArray("#(parameter W = `W, V = 4)\n(input clk, input [V:W] x);")
+        << "1:" << QStringList{"top/m/x[4:1]"};
+    QTest::newRow("lost-comma") << QByteArray(
+        "#(parameter W = 2\nparameter V = 4) (\ninput clk\ninput [V:W] x\n);")
+                                << "2:1: " << QStringList{"top/m/x[4:2]"};
+    QTest::newRow("lost-comma-between-names")
+        << QByteArray("(clk\n, x\ny, z);\ninput clk, x; output y, z;")
+        << "3:1: " << QStringList{"top/m/x", "top/m/y", "top/m/z"};
+}
+
+void tst_FaultyDesigns::moduleOutlivesItsFirstLine()
+{
+    QFETCH(QByteArray, header);
+    QFETCH(QString, place);
+    QFETCH(QStringList, nets);
+    ExtractionTest test;
+    test.add(test.write("top.v",
+                        "module leaf(input a); endmodule\n"
+                        "module top(input c); mid m(.clk(c)); endmodule\n"));
+    const QString file = test.write(
+        "mid.sv", "module mid " + header + "\nwire inner; leaf u(.a(clk));\nendmodule\n");
+    test.add(file);
+    const ModulesAnswer answer = test.modules("top");
+    QVERIFY2(answer.errors().value(0).startsWith("ERROR: " + file + ':' + place),
+             qPrintable(answer.errors().join('\n')));
+    nets += {"top/c", "top/m/clk", "top/m/inner", "top/m/u/a"};
+    const QStringList lines = netLines(*test.netlist());
+    QCOMPARE(missing(lines, nets), QStringList());
 }
 
 void tst_FaultyDesigns::faultsOfAllFilesAreTold()
