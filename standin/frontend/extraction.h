@@ -34,7 +34,8 @@ struct ExtractionOptions
 
     qint64 memoryBytes = qint64(4) << 30;  ///< Most memory of one tool run.
     int timeoutSeconds = 120;              ///< Longest one tool run may take.
-    qint64 outputBytes = qint64(2) << 30;  ///< Longest file that a tool may write.
+    qint64 outputBytes = qint64(2) << 30;  ///< Longest file that a tool may write,
+    qint64 textBytes = qint64(256) << 20;  ///< and if it is a text that is taken into memory.
     qint64 sourceBytes = qint64(64) << 20; ///< Longest source file that is taken.
 
     int dialogDelay = 500; ///< Milliseconds after which a reading shows its dialog.

@@ -17,8 +17,6 @@
 
 namespace Standin {
 
-static const qint64 longestText = qint64(1) << 30;
-
 GhdlStage::GhdlStage(const DesignSources &designSources, DirectoryFarm &privateFarm,
                      ToolBox &toolBox, Progress &progressOfReading)
     : sources(designSources)
@@ -93,6 +91,7 @@ GhdlStage::Run GhdlStage::run(const QStringList &arguments, const QString &outpu
     command.directory = farm.path();
     command.outputFile = output.isEmpty() ? QString() : farm.filePath(output);
     command.errorFile = farm.filePath("ghdl.log");
+    command.makesText = true;
     // A tool that doesn't start leaves no log, and must not be judged by an old one.
     farm.write("ghdl.log", QByteArray());
     Run run;
@@ -113,7 +112,7 @@ GhdlStage::Run GhdlStage::run(const QStringList &arguments, const QString &outpu
     if (failed && run.result.outcome != ToolOutcome::Cancelled && !hasReason) {
         ToolMessage message;
         message.isError = true;
-        message.text = describeFailure(command.program, run.result, tools.limits());
+        message.text = describeFailure(command.program, run.result, tools.limitsOf(command));
         run.errors.append(message);
     }
     return run;
@@ -210,7 +209,7 @@ bool GhdlStage::synthesize(const QByteArray &entity, const QVector<Setting> &gen
         *log += linesOf(last.errors);
         return false;
     }
-    const QByteArray raw = farm.read("synthesized.v", longestText);
+    const QByteArray raw = farm.read("synthesized.v", tools.options().textBytes);
     const QByteArray text =
         withEscapedKeywords(withoutUnknownValues(stripComments(withEscapedNames(raw))));
     result->text = withoutBlackBoxes(text, scanVerilog(text), entities);

@@ -7,6 +7,8 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
+
 namespace Standin {
 
 ToolBox::ToolBox(const ExtractionOptions &options)
@@ -14,11 +16,13 @@ ToolBox::ToolBox(const ExtractionOptions &options)
 {
 }
 
-ToolLimits ToolBox::limits() const
+ToolLimits ToolBox::limitsOf(const ToolCommand &command) const
 {
     ToolLimits limits;
     limits.memoryBytes = settings.memoryBytes;
     limits.fileBytes = settings.outputBytes;
+    if (command.makesText)
+        limits.fileBytes = std::min(limits.fileBytes, settings.textBytes);
     limits.seconds = settings.timeoutSeconds;
     return limits;
 }
@@ -37,12 +41,12 @@ QString ToolBox::ghdl() const
 ToolResult ToolBox::run(const ToolCommand &command, Progress &progress)
 {
     ++started;
-    const ToolResult result = runTool(command, limits(), progress);
+    const ToolResult result = runTool(command, limitsOf(command), progress);
     if (result.outcome != ToolOutcome::OutOfMemory)
         return result;
     // A tool that has lost its way may ask for more memory than there is, but hardly twice.
     ++started;
-    return runTool(command, limits(), progress);
+    return runTool(command, limitsOf(command), progress);
 }
 
 ToolCommand ToolBox::confined(const ToolCommand &command, Confinement kind) const

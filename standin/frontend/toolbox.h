@@ -23,7 +23,7 @@ public:
     explicit ToolBox(const ExtractionOptions &options);
 
     const ExtractionOptions &options() const { return settings; }
-    ToolLimits limits() const;
+    ToolLimits limitsOf(const ToolCommand &command) const;
     int runs() const { return started; }
 
     QString verilator() const;

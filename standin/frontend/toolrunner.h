@@ -28,6 +28,7 @@ struct ToolCommand
     QString directory;  ///< Working directory; also the run's home and place for temporary files.
     QString outputFile; ///< Receives the standard output; empty throws it away.
     QString errorFile;  ///< Receives the standard error; empty throws it away.
+    bool makesText = false; ///< What it writes is taken into memory as a whole.
 };
 
 enum class ToolOutcome {

@@ -225,8 +225,8 @@ VerilatorReading::Attempt VerilatorReading::run(const QString &top, const QByteA
     else if (attempt.result.outcome == ToolOutcome::Cancelled)
         attempt.log.clear();
     else if (attempt.result.outcome != ToolOutcome::Finished || !hasErrors(attempt.log))
-        attempt.log.append("ERROR: "
-                           + describeFailure(command.program, attempt.result, tools.limits()));
+        attempt.log.append(
+            "ERROR: " + describeFailure(command.program, attempt.result, tools.limitsOf(command)));
     return attempt;
 }
 

@@ -18,8 +18,6 @@
 
 namespace Standin {
 
-static const qint64 longestText = qint64(1) << 30;
-
 VerilogPreprocessor::VerilogPreprocessor(const DesignSources &designSources,
                                          DirectoryFarm &privateFarm, ToolBox &toolBox,
                                          Progress &progressOfReading)
@@ -158,6 +156,7 @@ PreprocessedText VerilogPreprocessor::run(const VerilogVariant &variant)
     command.directory = farm.path();
     command.outputFile = farm.filePath("preprocessed.v");
     command.errorFile = farm.filePath("preprocessor.log");
+    command.makesText = true;
     bool any = false;
     for (int i = 0; i < names.size(); ++i) {
         if (names.at(i).isEmpty())
@@ -179,16 +178,19 @@ PreprocessedText VerilogPreprocessor::run(const VerilogVariant &variant)
     const ToolResult run = tools.run(command, progress);
     if (run.outcome == ToolOutcome::Cancelled)
         return result;
-    runBeside([&] {
-        const QByteArray raw = farm.read("preprocessed.v", longestText);
-        result.included = includedFiles(raw, farm);
-        result.text = withPackagesFirst(stripComments(raw));
-        result.graph = scanVerilog(result.text);
-    });
+    // Half of a text that is too long would be too long for all that follows as well.
+    if (!ranIntoLimit(run))
+        runBeside([&] {
+            const QByteArray raw = farm.read("preprocessed.v", tools.options().textBytes);
+            result.included = includedFiles(raw, farm);
+            result.text = withPackagesFirst(stripComments(raw));
+            result.graph = scanVerilog(result.text);
+        });
     result.messages = readVerilatorLog(farm.readLog("preprocessor.log"));
     result.log += logLines(result.messages, farm);
-    if (!run.succeeded() && !hasErrors(result.log))
-        result.log.append("ERROR: " + describeFailure(command.program, run, tools.limits()));
+    if (run.outcome != ToolOutcome::Finished || (run.exitCode != 0 && !hasErrors(result.log)))
+        result.log.append("ERROR: "
+                          + describeFailure(command.program, run, tools.limitsOf(command)));
     result.complete = run.succeeded();
     if (result.complete)
         result.log = asWarnings(result.log);

@@ -12,6 +12,7 @@ class tst_ToolLimits : public QObject
 private slots:
     void memoryIsLimited();
     void outputIsLimited();
+    void textIsLimited();
     void timeIsLimited();
     void outputOfVhdlIsLimited();
     void timeOfVhdlIsLimited();
@@ -50,6 +51,26 @@ void tst_ToolLimits::outputIsLimited()
     QCOMPARE(test.modules().errors(),
              QStringList("ERROR: verilator_bin was stopped: it wrote more than 1 MB"));
     QCOMPARE(netLines(*test.netlist()), QStringList());
+}
+
+/// Few sources can include a lot. Other errors of theirs don't hide that it is too much.
+void tst_ToolLimits::textIsLimited()
+{
+    Standin::ExtractionOptions options;
+    options.textBytes = 1 << 20;
+    ExtractionTest test(options);
+    test.write("nets.vh", QByteArray("wire some_net;\n").repeated(10000));
+    const QString file =
+        test.write("top.v",
+                   "`include \"missing.vh\"\nmodule top(input clk);\n"
+                       + QByteArray("`include \"nets.vh\"\n").repeated(10) + "endmodule\n");
+    test.add(file);
+    const QStringList errors = test.modules().errors();
+    QCOMPARE(errors.size(), 2);
+    QVERIFY2(errors.first().startsWith("ERROR: " + file + ":1"), qPrintable(errors.first()));
+    QCOMPARE(errors.last(), QString("ERROR: verilator_bin was stopped: it wrote more than 1 MB"));
+    QCOMPARE(netLines(*test.netlist()), QStringList());
+    QCOMPARE(test.extraction->toolRuns(), 1);
 }
 
 void tst_ToolLimits::timeIsLimited()
