@@ -13,6 +13,18 @@
 
 namespace MOLK {
 
+// As long as a view port can be panned by touch, each event of each widget in it is searched for
+// the beginning of a gesture. Labels that come and go by the thousand do without that.
+static void suspendPanning(QWidget *viewport)
+{
+    viewport->ungrabGesture(Qt::PanGesture);
+}
+
+static void resumePanning(QWidget *viewport)
+{
+    viewport->grabGesture(Qt::PanGesture);
+}
+
 ValueTree::Batch::Batch(ValueTree *valueTree)
     : tree(valueTree)
 {
@@ -20,10 +32,12 @@ ValueTree::Batch::Batch(ValueTree *valueTree)
 
     // With a layout pending, the base class leaves the geometry of single rows alone.
     tree->scheduleDelayedItemsLayout();
+    suspendPanning(tree->viewport());
 }
 
 ValueTree::Batch::~Batch()
 {
+    resumePanning(tree->viewport());
     tree->endBatch();
 }
 
@@ -33,8 +47,9 @@ namespace {
 class LabelBin : public QObject
 {
 public:
-    LabelBin(const QList<QLabel *> &released, QObject *parent)
-        : QObject(parent)
+    LabelBin(const QList<QLabel *> &released, QAbstractScrollArea *tree)
+        : QObject(tree)
+        , viewport(tree->viewport())
     {
         labels.reserve(released.size());
         for (QLabel *label : released)
@@ -44,11 +59,16 @@ public:
 
     ~LabelBin() override
     {
+        if (viewport)
+            suspendPanning(viewport);
         for (const QPointer<QLabel> &label : qAsConst(labels))
             delete label;
+        if (viewport)
+            resumePanning(viewport);
     }
 
 private:
+    QPointer<QWidget> viewport;
     QVector<QPointer<QLabel>> labels;
 };
 
@@ -62,6 +82,8 @@ ValueTree::ValueTree(QWidget *parent)
 
 ValueTree::~ValueTree()
 {
+    suspendPanning(viewport());
+
     // A line takes its labels along, so that it must go ahead of them; one whose row is gone
     // already may still wait for the event loop.
     qDeleteAll(viewport()->findChildren<QLineEdit *>(QString(), Qt::FindDirectChildrenOnly));

@@ -36,6 +36,7 @@ private slots:
     void labelIsAccessible();
     void bitsThatDontFitAreAToolTip();
     void linesAndLabelsInViewHearOfDialogs();
+    void twoFingersScrollAfterLabelsWereReplaced();
 };
 
 void tst_ValueTree::labelsAreWidgetsOfTheirRows()
@@ -298,6 +299,42 @@ void tst_ValueTree::linesAndLabelsInViewHearOfDialogs()
         for (QLabel *label : line->labels)
             QCOMPARE(blocked.count(label), label->isVisible() ? 1 : 0);
     }
+}
+
+// Moves two fingers up by 40 pixels.
+static void moveTwoFingersUp(QWidget *widget)
+{
+    static QTouchDevice *const screen = QTest::createTouchDevice();
+    const QPoint first(60, 150);
+    const QPoint second(120, 150);
+    QTest::touchEvent(widget, screen).press(0, first, widget).press(1, second, widget);
+    for (int way = 5; way <= 40; way += 5) {
+        const QPoint up(0, -way);
+        QTest::touchEvent(widget, screen).move(0, first + up, widget).move(1, second + up, widget);
+    }
+    const QPoint end(0, -40);
+    QTest::touchEvent(widget, screen)
+        .release(0, first + end, widget)
+        .release(1, second + end, widget);
+}
+
+void tst_ValueTree::twoFingersScrollAfterLabelsWereReplaced()
+{
+    TreePair pair;
+    pair.addPort(manySignals(200), QString("1").repeated(400));
+    pair.show();
+    pair.ours->expandAll();
+    turnLoop();
+    moveTwoFingersUp(pair.ours->viewport());
+    const int scrolled = pair.ours->verticalScrollBar()->value();
+    QVERIFY(scrolled > 0);
+    pair.ours->verticalScrollBar()->setValue(0);
+
+    pair.setSignals(0, manySignals(200), QString("0").repeated(400));
+    pair.ours->expandAll();
+    turnLoop();
+    moveTwoFingersUp(pair.ours->viewport());
+    QCOMPARE(pair.ours->verticalScrollBar()->value(), scrolled);
 }
 
 MOLK_TEST_MAIN(tst_ValueTree)
