@@ -157,6 +157,7 @@ public:
     std::vector<VerilogUnit> read();
 
 private:
+    bool opensUnit(int i) const;
     int readUnit(int i);
     int unitEnd(int i, bool isPackage) const;
     void readItems(VerilogUnit *unit);
@@ -173,13 +174,13 @@ std::vector<VerilogUnit> UnitReader::read()
     VerilogUnit outside;
     outside.end = tokens.count();
     for (int i = 0; i < tokens.count();) {
-        if (opensModule(tokens, i) || tokens.is(i, "package")) {
+        if (opensUnit(i)) {
             i = readUnit(i);
             continue;
         }
         int end = std::max(i + 1, itemEnd(i, tokens.count()));
         for (int inner = i + 1; inner < end; ++inner) {
-            if (opensModule(tokens, inner) || tokens.is(inner, "package"))
+            if (opensUnit(inner))
                 end = inner;
         }
         outside.items.push_back({i, end});
@@ -187,6 +188,12 @@ std::vector<VerilogUnit> UnitReader::read()
     }
     units.push_back(std::move(outside));
     return std::move(units);
+}
+
+bool UnitReader::opensUnit(int i) const
+{
+    return opensModule(tokens, i)
+        || (tokens.is(i, "package") && tokens.isWord(moduleName(tokens, i)));
 }
 
 /// Index of the word that ends the unit at \a i; modules may be declared in modules.
