@@ -256,6 +256,21 @@ QByteArray stubModules(const DesignGraph &graph)
     return text;
 }
 
+QByteArray withModules(const QByteArray &text, const DesignGraph &graph,
+                       const QSet<QByteArray> &names)
+{
+    QByteArray rest = text;
+    for (const DesignGraph::Place &place : graph.declarations()) {
+        if (graph.find(place.name)->kind != ScannedModule::Module || names.contains(place.name))
+            continue;
+        for (quint32 at = place.begin; at < place.end; ++at) {
+            if (rest.at(int(at)) != '\n')
+                rest[int(at)] = ' ';
+        }
+    }
+    return rest;
+}
+
 QByteArray hollowModule(const DesignGraph &graph, const QByteArray &name)
 {
     StubShape shape;

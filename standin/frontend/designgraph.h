@@ -8,6 +8,7 @@
 #include <QByteArray>
 #include <QHash>
 #include <QList>
+#include <QSet>
 #include <QStringList>
 #include <QVector>
 
@@ -41,8 +42,10 @@ struct ScannedModule
     Kind kind = Module;
     bool isVhdl = false;
     QVector<InstanceUse> instances;
-    QVector<QByteArray> parameters; ///< Names of its own parameters or generics.
-    quint32 begin = 0;              ///< Where it stands in the text, keyword to keyword.
+    QVector<QByteArray> parameters;     ///< Names of its own parameters or generics.
+    QVector<QByteArray> parameterTypes; ///< Of an entity's generics, in lower case.
+    QVector<QByteArray> ports;          ///< Names of an entity's ports.
+    quint32 begin = 0;                  ///< Where it stands in the text, keyword to keyword.
     quint32 end = 0;
 };
 
@@ -117,6 +120,10 @@ HOST_EXPORT ModuleLists moduleLists(const DesignGraph &graph, const QString &top
 /// Empty modules for the types that \a graph lacks, with the ports and parameters that their
 /// instances use, as Verilog text. All ports are inputs, so that any connection is legal.
 HOST_EXPORT QByteArray stubModules(const DesignGraph &graph);
+
+/// \a text, which \a graph was read from, with all modules but those of \a names blanked.
+HOST_EXPORT QByteArray withModules(const QByteArray &text, const DesignGraph &graph,
+                                   const QSet<QByteArray> &names);
 
 /// The module \a name as Verilog text with nothing but its instances, which have no connections,
 /// and the ports and parameters that instances of it use.

@@ -140,23 +140,6 @@ static bool isPlainName(const QString &name)
     return shape.match(name).hasMatch();
 }
 
-/// \a text with the modules of \a graph blanked that aren't \a needed.
-static QByteArray withoutModules(const QByteArray &text, const DesignGraph &graph,
-                                 const QSet<QString> &needed)
-{
-    QByteArray rest = text;
-    for (const DesignGraph::Place &place : graph.declarations()) {
-        const ScannedModule *module = graph.find(place.name);
-        if (module->kind != ScannedModule::Module || needed.contains(QString::fromUtf8(place.name)))
-            continue;
-        for (quint32 at = place.begin; at < place.end; ++at) {
-            if (rest.at(int(at)) != '\n')
-                rest[int(at)] = ' ';
-        }
-    }
-    return rest;
-}
-
 /// Makes the interfaces that the top module's ports stand for part of the design, and takes out
 /// what the tool wouldn't tell apart from a top with an escaped name.
 ///
@@ -165,10 +148,13 @@ void VerilatorReading::closeTop(const QString &top, QStringList *log)
 {
     if (top.isEmpty())
         return;
+    fitInstances();
     if (!isPlainName(top)) {
         const QStringList below = preprocessed.graph.modulesBelow(top.toUtf8());
-        const QSet<QString> needed(below.begin(), below.end());
-        preprocessed.text = withoutModules(preprocessed.text, preprocessed.graph, needed);
+        QSet<QByteArray> needed;
+        for (const QString &name : below)
+            needed.insert(name.toUtf8());
+        preprocessed.text = withModules(preprocessed.text, preprocessed.graph, needed);
         preprocessed.graph = scanVerilog(preprocessed.text);
     }
     const auto &modules = preprocessed.graph.all();

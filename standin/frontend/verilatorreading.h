@@ -40,10 +40,13 @@ private:
     PreprocessedText withoutEndlessSources(PreprocessedText text);
     bool isVhdlTop(const QString &top) const;
     bool translateVhdl(const QString &top, Artifact *artifact, QStringList *log);
+    bool translateEntities(const QString &top, Artifact *artifact, QStringList *log);
     bool addEntity(const QByteArray &entity, const InstanceUse *use, const QString &calledAs,
                    Artifact *artifact, QStringList *log);
     QVector<Setting> genericsOf(const ScannedModule &entity, const InstanceUse &use,
                                 QStringList *log) const;
+    QVector<Setting> genericsOfTop(const ScannedModule &entity) const;
+    void fitInstances();
     QByteArray designText() const;
     void closeTop(const QString &top, QStringList *log);
     Attempt run(const QString &top, const QByteArray &text);
@@ -73,7 +76,10 @@ private:
     DesignGraph design;    ///< Of both languages.
     QByteArray translated; ///< The modules made from VHDL, with directives that name their files.
     QStringList translatedFiles;
-    bool leavesOutChecks = false; ///< See retryWithoutChecks().
+    QSet<QByteArray> translatedModules;
+    QHash<QByteArray, QByteArray> entityModules; ///< By entity and generics.
+    QHash<QByteArray, int> entityVariants;       ///< How many modules there are of each entity.
+    bool leavesOutChecks = false;                ///< See retryWithoutChecks().
 };
 
 } // namespace Standin

@@ -6,7 +6,13 @@
 #include "frontend/verilatorreading.h"
 
 #include "frontend/progress.h"
+#include "frontend/toollog.h"
+#include "frontend/verilogscanner.h"
 #include "frontend/verilogtext.h"
+#include "frontend/verilogtokens.h"
+#include "netlist/xmldesignreader.h"
+
+#include <QMap>
 
 namespace Standin {
 
@@ -14,6 +20,36 @@ bool VerilatorReading::isVhdlTop(const QString &top) const
 {
     const ScannedModule *module = design.find(top.toUtf8());
     return module && module->isVhdl;
+}
+
+// Each set of generics of an entity takes a run of GHDL.
+static const int mostVariants = 32;
+
+static QByteArray typeOfGeneric(const ScannedModule &entity, const QByteArray &name)
+{
+    for (int i = 0; i < entity.parameterTypes.size(); ++i) {
+        if (entity.parameters.at(i).compare(name, Qt::CaseInsensitive) == 0)
+            return entity.parameterTypes.at(i);
+    }
+    return QByteArray();
+}
+
+/// \a value as GHDL takes it for a generic of \a type; empty if it is nothing of the kind.
+static QByteArray genericValue(const QByteArray &value, const QByteArray &type)
+{
+    if (value.startsWith('"') && value.size() >= 2)
+        return value.mid(1, value.size() - 2);
+    bool isNumber = false;
+    qint64 number = value.toLongLong(&isNumber);
+    if (!isNumber) {
+        const VerilogConstant constant = parseVerilogConstant(QString::fromLatin1(value));
+        if (constant.width < 0 || constant.width > 63 || constant.hasZ)
+            return QByteArray();
+        number = qint64(constant.value);
+    }
+    if (type == "boolean")
+        return number == 0 ? "false" : "true";
+    return QByteArray::number(number);
 }
 
 /// The values that an instance in Verilog gives to generics. Only plain numbers and strings can be
@@ -26,19 +62,25 @@ QVector<Setting> VerilatorReading::genericsOf(const ScannedModule &entity, const
         const ConnectionUse &parameter = use.parameters.at(i);
         const QByteArray name =
             parameter.name.isEmpty() ? entity.parameters.value(i) : parameter.name;
-        QByteArray value = parameter.value;
-        bool isNumber = false;
-        value.toLongLong(&isNumber);
-        if (value.startsWith('"') && value.size() >= 2)
-            value = value.mid(1, value.size() - 2);
-        else if (!isNumber)
-            value.clear();
+        const QByteArray value = genericValue(parameter.value, typeOfGeneric(entity, name));
         if (name.isEmpty() || value.isEmpty())
             log->append("WARNING: the instance \"" + QString::fromUtf8(use.name)
                         + "\" gives a generic of \"" + QString::fromUtf8(entity.name)
                         + "\" a value that is no plain number; the default stays");
         else
             generics.append({QString::fromUtf8(name), QString::fromUtf8(value)});
+    }
+    return generics;
+}
+
+/// The generics of the project for the top, in which true is 1.
+QVector<Setting> VerilatorReading::genericsOfTop(const ScannedModule &entity) const
+{
+    QVector<Setting> generics = sources.generics;
+    for (Setting &generic : generics) {
+        const bool isBoolean = typeOfGeneric(entity, generic.name.toUtf8()) == "boolean";
+        if (isBoolean && (generic.value == "1" || generic.value == "0"))
+            generic.value = QLatin1String(generic.value == "1" ? "true" : "false");
     }
     return generics;
 }
@@ -72,15 +114,25 @@ bool VerilatorReading::addEntity(const QByteArray &entity, const InstanceUse *us
 {
     const ScannedModule *scanned = design.find(entity);
     SynthesizedEntity result;
-    const QVector<Setting> generics = use ? genericsOf(*scanned, *use, log) : sources.generics;
+    const QVector<Setting> generics =
+        use ? genericsOf(*scanned, *use, log) : genericsOfTop(*scanned);
     if (!ghdl.synthesize(scanned->name, generics, &result, log))
         return false;
     const ScannedModule *module = nullptr;
+    QSet<QByteArray> added;
     for (const ScannedModule &candidate : result.graph.all()) {
-        if (candidate.name.compare(scanned->name, Qt::CaseInsensitive) == 0)
+        const bool isEntity = candidate.name.compare(scanned->name, Qt::CaseInsensitive) == 0;
+        if (isEntity)
             module = &candidate;
+        // What several entities have below them comes with each of them.
+        if (isEntity || !translatedModules.contains(candidate.name))
+            added.insert(candidate.name);
+        if (!isEntity)
+            translatedModules.insert(candidate.name);
     }
+    result.text = withModules(result.text, result.graph, added);
     const QByteArray wanted = use ? use->type : calledAs.toUtf8();
+    translatedModules.insert(wanted);
     if (module) {
         result.text = adaptHeader(result.text, *module, wanted, use);
         // A top is known by the name that it was asked for.
@@ -97,29 +149,107 @@ bool VerilatorReading::addEntity(const QByteArray &entity, const InstanceUse *us
     return true;
 }
 
+/// What tells instances apart that need a module each: the entity and the values of its generics.
+static QByteArray useWithGenerics(const InstanceUse &use)
+{
+    QByteArray key = use.type;
+    for (const ConnectionUse &parameter : use.parameters)
+        key += '\0' + parameter.name + '=' + parameter.value;
+    return key;
+}
+
+/// True if the instance stands in the same statement as the one ahead of it, which has the
+/// generics.
+static bool isContinued(const ScannedModule &module, int instance)
+{
+    return instance > 0
+        && module.instances.at(instance - 1).typeOffset == module.instances.at(instance).typeOffset;
+}
+
+/// Leads each instance of an entity in the Verilog text to the module that was made for its
+/// generics, and spells its ports as the entity does, since VHDL knows no case.
+void VerilatorReading::fitInstances()
+{
+    if (entityModules.isEmpty())
+        return;
+    const VerilogTokens tokens(preprocessed.text);
+    QMap<quint32, QPair<int, QByteArray>> edits;
+    for (const ScannedModule &module : preprocessed.graph.all()) {
+        for (int number = 0; number < module.instances.size(); ++number) {
+            const InstanceUse &use = module.instances.at(number);
+            const ScannedModule *entity = design.find(use.type);
+            const int type = tokens.find(use.typeOffset);
+            if (isContinued(module, number) || !entity || !entity->isVhdl
+                || tokens.text(type) != use.type)
+                continue;
+            const QByteArray wanted = entityModules.value(useWithGenerics(use), use.type);
+            if (wanted != use.type)
+                edits.insert(tokens.at(type).begin, {use.type.size(), wanted});
+            QHash<QByteArray, QByteArray> spelling;
+            for (const QByteArray &port : entity->ports)
+                spelling.insert(port.toLower(), port);
+            for (int i = type; i < tokens.count() && !tokens.is(i, ';'); ++i) {
+                const QByteArray port = tokens.isWord(i) ? tokens.text(i) : QByteArray();
+                const QByteArray spelled = spelling.value(port.toLower(), port);
+                if (tokens.is(i - 1, '.') && spelled != port)
+                    edits.insert(tokens.at(i).begin, {port.size(), spelled});
+            }
+        }
+    }
+    if (edits.isEmpty())
+        return;
+    // The last first, so that the offsets of the others stay right.
+    for (auto edit = edits.cend(); edit != edits.cbegin();) {
+        --edit;
+        preprocessed.text.replace(int(edit.key()), edit->first, edit->second);
+    }
+    preprocessed.graph = scanVerilog(preprocessed.text);
+}
+
 /// Translates the entities that are the top or that Verilog modules below the top instantiate.
 bool VerilatorReading::translateVhdl(const QString &top, Artifact *artifact, QStringList *log)
 {
+    // What there is to say of an entity is said for each set of generics.
+    QStringList said;
+    const bool goesOn = translateEntities(top, artifact, &said);
+    said.removeDuplicates();
+    *log += said;
+    artifact->vhdlFiles = translatedFiles;
+    return goesOn;
+}
+
+bool VerilatorReading::translateEntities(const QString &top, Artifact *artifact, QStringList *log)
+{
     if (isVhdlTop(top) && !addEntity(top.toUtf8(), nullptr, top, artifact, log))
         return false;
-    QHash<QByteArray, QVector<ConnectionUse>> done;
     const auto names = design.modulesBelow(top.toUtf8());
     for (const QString &name : names) {
         const ScannedModule *module = design.find(name.toUtf8());
         if (module->isVhdl)
             continue;
-        for (const InstanceUse &use : module->instances) {
+        for (int i = 0; i < module->instances.size(); ++i) {
+            const InstanceUse &use = module->instances.at(i);
             const ScannedModule *type = design.find(use.type);
-            if (!type || !type->isVhdl || done.contains(use.type))
+            if (isContinued(*module, i) || !type || !type->isVhdl
+                || entityModules.contains(useWithGenerics(use)))
                 continue;
-            done.insert(use.type, use.parameters);
+            // The first one keeps its name, so that what isn't told apart finds it.
+            InstanceUse named = use;
+            const int variants = entityVariants[use.type]++;
+            if (variants >= mostVariants) {
+                log->append("WARNING: the entity \"" + printable(QString::fromUtf8(type->name))
+                            + "\" has more sets of generics than can be told apart");
+                continue;
+            }
+            if (variants > 0)
+                named.type += "_molk" + QByteArray::number(variants);
+            entityModules.insert(useWithGenerics(use), named.type);
             // What can't be translated is a black box to the modules around it.
-            addEntity(type->name, &use, QString(), artifact, log);
+            addEntity(type->name, &named, QString(), artifact, log);
             if (progress.isCancelled())
                 return false;
         }
     }
-    artifact->vhdlFiles = translatedFiles;
     return true;
 }
 

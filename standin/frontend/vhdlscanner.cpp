@@ -22,7 +22,7 @@ public:
 private:
     int selectedName(int i, QByteArray *last) const;
     int readEntity(int i, DesignGraph *graph);
-    void readGenerics(int i, ScannedModule *module) const;
+    int readInterface(int i, QVector<QByteArray> *names, QVector<QByteArray> *types) const;
     int readInstance(int i);
 
     VhdlTokens tokens;
@@ -73,29 +73,42 @@ int VhdlScanner::readEntity(int i, DesignGraph *graph)
     ScannedModule module;
     module.name = tokens.text(i + 1);
     module.isVhdl = true;
-    if (tokens.is(i + 3, "generic") && tokens.is(i + 4, "("))
-        readGenerics(i + 5, &module);
+    int at = i + 3;
+    if (tokens.is(at, "generic") && tokens.is(at + 1, "("))
+        at = readInterface(at + 2, &module.parameters, &module.parameterTypes);
+    if (tokens.is(at, ";"))
+        ++at;
+    QVector<QByteArray> types;
+    if (tokens.is(at, "port") && tokens.is(at + 1, "("))
+        readInterface(at + 2, &module.ports, &types);
     graph->add(module);
     return i + 3;
 }
 
-/// Notes the names ahead of each colon of a generic clause.
-void VhdlScanner::readGenerics(int i, ScannedModule *module) const
+/// Notes the names ahead of each colon of a generic or port clause, and the type behind it.
+///
+/// \return index behind the clause's closing bracket.
+int VhdlScanner::readInterface(int i, QVector<QByteArray> *names, QVector<QByteArray> *types) const
 {
     int depth = 1;
     bool inNames = true;
     for (; i < tokens.count() && depth > 0; ++i) {
-        if (tokens.is(i, "("))
+        if (tokens.is(i, "(")) {
             ++depth;
-        else if (tokens.is(i, ")"))
+        } else if (tokens.is(i, ")")) {
             --depth;
-        else if (tokens.is(i, ":"))
+        } else if (tokens.is(i, ":") && depth == 1) {
             inNames = false;
-        else if (tokens.is(i, ";"))
+            while (types->size() < names->size())
+                types->append(tokens.text(i + 1).toLower());
+        } else if (tokens.is(i, ";") && depth == 1) {
             inNames = true;
-        else if (inNames && depth == 1 && tokens.isName(i) && !tokens.is(i, "constant"))
-            module->parameters.append(tokens.text(i));
+        } else if (inNames && depth == 1 && tokens.isName(i) && !tokens.is(i, "constant")
+                   && !tokens.is(i, "signal")) {
+            names->append(tokens.text(i));
+        }
     }
+    return i;
 }
 
 /// Reads the instantiation that the label at \a i may begin.

@@ -29,11 +29,13 @@ static std::vector<ModuleOrigin> findOrigins(const RawDesign &design, const XmlR
         const QString file = design.files.value(module.file);
         ModuleOrigin origin;
         const QString name = design.names.string(module.name);
-        origin.name = options.sourceNames.value(name, module.sourceName);
+        // A module with parameters has a name for each set of them.
+        const QString known = options.sourceNames.contains(name) ? name : module.sourceName;
+        origin.name = options.sourceNames.value(known, module.sourceName);
         origin.isVhdl = options.vhdlFiles.contains(file);
         // A component without an entity comes out of the translation as a module with ports alone.
-        const bool isEmpty =
-            module.facts.empty() && module.instances.empty() && !options.sourceNames.contains(name);
+        const bool isEmpty = module.facts.empty() && module.instances.empty()
+            && !options.sourceNames.contains(known);
         origin.isBlackBox = options.blackBoxFiles.contains(file) || (origin.isVhdl && isEmpty);
         origins.push_back(origin);
     }

@@ -25,6 +25,9 @@ private slots:
     void everySignalIsThere();
     void memoriesStayMemories();
     void ownAttributeIsLeftAlone();
+    void entitiesFitTheirInstancesInVerilog();
+    void setsOfGenericsHaveALimit();
+    void topTakesTruthForABooleanGeneric();
     void emptyEntityIsALevel();
     void textIsDivided_data();
     void textIsDivided();
@@ -222,6 +225,93 @@ void tst_VhdlDesigns::ownAttributeIsLeftAlone()
                         "attribute keep of x : signal is \"true\";\nbegin b <= x; x <= a; end;\n"));
     QCOMPARE(test.modules("top").errors(), QStringList());
     QVERIFY(netLines(*test.netlist()).contains("top/x"));
+}
+
+static QByteArray genericEntity()
+{
+    return "library ieee; use ieee.std_logic_1164.all;\n"
+           "entity Cell is port (clk : in std_logic; q : out std_logic); end;\n"
+           "architecture a of Cell is signal m : std_logic; begin m <= not clk; q <= m; end;\n"
+           "library ieee; use ieee.std_logic_1164.all;\n"
+           "entity Shift_Reg is\n"
+           "generic (WIDTH : positive := 8; constant HAS_PARITY : Boolean := false; TAG : string "
+           ":= "
+           "\"none\");\n"
+           "port (signal Clk_In : in std_logic; DataIn : in std_logic_vector(WIDTH - 1 downto 0);\n"
+           "Q, parity : out std_logic);\nend;\n"
+           "architecture rtl of Shift_Reg is signal store : std_logic_vector(WIDTH downto 0); "
+           "begin\n"
+           "process (Clk_In) begin if rising_edge(Clk_In) then store <= '0' & DataIn; end if; end "
+           "process;\n"
+           "Q <= store(0); p : if HAS_PARITY generate u : entity work.Cell port map (clk => Q, q "
+           "=> "
+           "parity);\nend generate; u : entity work.Cell port map (clk => Clk_In, q => open); "
+           "end;\n";
+}
+
+/// Ports and generics in any case, by name and by position, and a module for each set of generics.
+void tst_VhdlDesigns::entitiesFitTheirInstancesInVerilog()
+{
+    ExtractionTest test;
+    const QString file = test.write("shift.vhd", genericEntity());
+    test.add(file);
+    test.add(test.write("top.v",
+                        "module top(input clk, input [15:0] d, output [4:0] y);\n"
+                        "Shift_Reg u0 (.clk_in(clk), .datain(d[7:0]), .q(y[0]));\n"
+                        "shift_reg #(.width(16), .has_parity(1)) u1 (.CLK_IN(clk), .DATAIN(d),\n"
+                        "  .Q(y[1])), u2 (.clk_in(clk), .Q(y[2]));\n"
+                        "Shift_Reg #(4, 1'b0, \"x\") u3 (.Clk_In(clk), .Q(y[3]));\n"
+                        "shift_reg #(.width(8'h2)) u4 (clk, d[1:0], y[4]);\nendmodule\n"));
+    QCOMPARE(test.modules("top").messages,
+             QStringList("WARNING: " + file + ":8:4: no assignment for port \"parity\""));
+    const auto netlist = test.netlist();
+    QCOMPARE(levelLines(*netlist),
+             (QStringList{"top top", "top/u0 Shift_Reg", "top/u0/u Cell", "top/u1 Shift_Reg",
+                          "top/u1/p_u Cell", "top/u1/u Cell", "top/u2 Shift_Reg", "top/u2/p_u Cell",
+                          "top/u2/u Cell", "top/u3 Shift_Reg", "top/u3/u Cell", "top/u4 Shift_Reg",
+                          "top/u4/u Cell"}));
+    QCOMPARE(missing(netLines(*netlist),
+                     {"top/u0/DataIn[7:0]", "top/u0/store[8:0]", "top/u1/DataIn[15:0]",
+                      "top/u2/store[16:0]", "top/u3/DataIn[3:0]", "top/u4/store[2:0]"}),
+             QStringList());
+}
+
+void tst_VhdlDesigns::setsOfGenericsHaveALimit()
+{
+    ExtractionTest writer;
+    Standin::ExtractionOptions options;
+    options.ghdl = writer
+                       .optionsWithTool("#!/bin/sh\ncase \"$*\" in *--synth*)\n"
+                                        "echo 'module e; endmodule';; esac\n")
+                       .verilator;
+    options.bubblewrap = "/nonexistent/bwrap";
+    ExtractionTest test(options);
+    test.add(test.write("e.vhd",
+                        "entity e is generic (g : integer); end;\n"
+                        "architecture a of e is begin end;\n"));
+    QByteArray text = "module top;\n";
+    for (int i = 0; i < 40; ++i)
+        text += "e #(.g(" + QByteArray::number(i) + ")) u" + QByteArray::number(i) + "();\n";
+    test.add(test.write("top.v", text + "endmodule\n"));
+    const QStringList messages = test.modules("top").messages;
+    const QString line =
+        "WARNING: the entity \"e\" has more sets of generics than can be told apart";
+    QCOMPARE(messages.filter("sets of generics"), QStringList(line));
+    QCOMPARE(messages.filter("ERROR"), QStringList());
+    QCOMPARE(levelLines(*test.netlist()).filter(" e").size(), 40);
+    QCOMPARE(test.extraction->toolRuns(), 32 + 3);
+}
+
+void tst_VhdlDesigns::topTakesTruthForABooleanGeneric()
+{
+    ExtractionTest test;
+    test.add(test.write("shift.vhd", genericEntity()));
+    test.info.insert(Standin::DesignInfo::Generics,
+                     QVariantMap{{"has_parity", true}, {"WIDTH", 3}});
+    QCOMPARE(test.modules("shift_reg").messages.join('\n'), QString());
+    const auto netlist = test.netlist();
+    QCOMPARE(levelLines(*netlist).size(), 3);
+    QVERIFY(netLines(*netlist).contains("shift_reg/store[3:0]"));
 }
 
 void tst_VhdlDesigns::emptyEntityIsALevel()
