@@ -31,6 +31,9 @@ private slots:
     void removedFocusedLineIsHarmless();
     void severalSelectedPortsGoOneAfterTheOther();
     void signalRowEndsTheRemovalOfProbeOutsAtOnce();
+    void currentBitsOfARemovedPortLeadToAnotherPort_data();
+    void currentBitsOfARemovedPortLeadToAnotherPort();
+    void selectedBitsOfARemovedPortAreTold();
 };
 
 // The user can select one row at a time; the slots take what is selected.
@@ -280,6 +283,56 @@ void tst_PortRemoval::signalRowEndsTheRemovalOfProbeOutsAtOnce()
     QCOMPARE(fixture.core->getAllProbeOuts().size(), 2);
     QCOMPARE(fixture.core->getProbeOut(0)->number, 1);
     QCOMPARE(modifed.count(), 0);
+}
+
+void tst_PortRemoval::currentBitsOfARemovedPortLeadToAnotherPort_data()
+{
+    QTest::addColumn<int>("removed");
+    QTest::addColumn<int>("bits");
+    QTest::addColumn<int>("then");
+    QTest::newRow("first") << 0 << 2 << 0;
+    QTest::newRow("middle") << 1 << 0 << 1;
+    QTest::newRow("last") << 2 << 1 << 1;
+}
+
+void tst_PortRemoval::currentBitsOfARemovedPortLeadToAnotherPort()
+{
+    QFETCH(int, removed);
+    QFETCH(int, bits);
+    QFETCH(int, then);
+    const QList<SignalItem> items = {net("a"), net("b"), net("c")};
+    PageFixture fixture(makeCore({{}}, {items, items, items}));
+    fixture.show();
+    fixture.treeProbeOut->expandAll();
+    QTreeWidget *tree = fixture.treeValue;
+    tree->setCurrentItem(tree->topLevelItem(removed)->child(bits));
+    fixture.treeProbeOut->topLevelItem(removed)->setSelected(true);
+    runInLoop([&] { fixture.call("onRemoveProbeOut"); });
+
+    QCOMPARE(tree->topLevelItemCount(), 2);
+    QCOMPARE(tree->currentItem(), tree->topLevelItem(then));
+    QCOMPARE(tree->selectedItems(), {tree->topLevelItem(then)});
+}
+
+void tst_PortRemoval::selectedBitsOfARemovedPortAreTold()
+{
+    const QList<SignalItem> items = {net("a"), net("b"), net("c")};
+    PageFixture fixture(makeCore({{}}, {items, items}));
+    fixture.show();
+    fixture.treeProbeOut->expandAll();
+    QTreeWidget *tree = fixture.treeValue;
+    tree->setCurrentItem(tree->topLevelItem(0));
+    tree->clearSelection();
+    tree->topLevelItem(1)->child(1)->setSelected(true);
+    fixture.treeProbeOut->topLevelItem(1)->setSelected(true);
+    const QSignalSpy told(tree, SIGNAL(itemSelectionChanged()));
+    runInLoop([&] { fixture.call("onRemoveProbeOut"); });
+
+    QCOMPARE(tree->topLevelItemCount(), 1);
+    QCOMPARE(tree->currentItem(), tree->topLevelItem(0));
+    QVERIFY(tree->selectedItems().isEmpty());
+    QVERIFY(!tree->selectionModel()->hasSelection());
+    QCOMPARE(told.count(), 1);
 }
 
 MOLK_TEST_MAIN(tst_PortRemoval)
