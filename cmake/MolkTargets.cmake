@@ -18,10 +18,47 @@ function(molk_compile_rules target)
         QT_NO_FOREACH QT_NO_JAVA_STYLE_ITERATORS QT_NO_URL_CAST_FROM_STRING
         QT_DISABLE_DEPRECATED_BEFORE=0x050F00)
 
+    molk_use_precompiled_headers(${target})
+
     # A source that is added to a target must be looked at by moc, but CMake 3.25 has no edge from
     # the list of sources to the moc step. So each run of CMake makes that step run anew.
     get_target_property(folder ${target} BINARY_DIR)
     file(REMOVE ${folder}/${target}_autogen/timestamp)
+endfunction()
+
+# Qt's headers are most of what the compiler reads for a test. The test library that a target links has
+# them precompiled, with widgets if the target sees widgets: a precompiled header is good for those alone
+# that define what it was made with. See docs/decisions/0009-what-tests-are-compiled-with.md.
+function(molk_use_precompiled_headers target)
+    set(seen)
+    get_target_property(libraries ${target} LINK_LIBRARIES)
+    foreach(library IN LISTS libraries)
+        if(library STREQUAL Qt5::Widgets OR library STREQUAL hostapi)
+            list(APPEND seen widgets)
+        elseif(library STREQUAL Qt5::Gui)
+            list(APPEND seen gui)
+        elseif(library MATCHES "^molk_test(core|widgets)$")
+            list(APPEND seen test)
+        endif()
+        if(TARGET ${library})
+            get_property(more TARGET ${library} PROPERTY MOLK_SEEN)
+            list(APPEND seen ${more})
+        endif()
+    endforeach()
+    set_target_properties(${target} PROPERTIES MOLK_SEEN "${seen}")
+
+    # The editing session comes before these libraries, and is compiled as the product is.
+    if(NOT test IN_LIST seen OR NOT TARGET molk_testwidgets OR target STREQUAL molk_testwidgets)
+        return()
+    elseif(widgets IN_LIST seen)
+        target_precompile_headers(${target} REUSE_FROM molk_testwidgets)
+    elseif(NOT gui IN_LIST seen)
+        target_precompile_headers(${target} REUSE_FROM molk_testcore)
+    endif()
+    # What moc makes of a test is included by it, so that this file is empty.
+    set_source_files_properties(
+        ${CMAKE_CURRENT_BINARY_DIR}/${target}_autogen/mocs_compilation.cpp
+        PROPERTIES SKIP_PRECOMPILE_HEADERS ON)
 endfunction()
 
 # The headers ui_NAME.h of forms/NAME.ui, for the sources of a target. They are outputs that the build
