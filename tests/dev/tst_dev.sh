@@ -193,7 +193,7 @@ check "session" "$(called workbench-session | wc -l)" 1
 setUp "tests are chosen by a pattern"
 configured dev
 dev test view
-check "calls" "$(called ctest)" "ctest --preset dev -j 2 -R view"
+check "calls" "$(called ctest)" "ctest --preset dev -j 3 -R view"
 
 setUp "sources are formatted, or only looked at"
 for name in plugin model view netlist ports signals hostapi standin workbench tests benchmarks fuzz; do
