@@ -97,13 +97,38 @@ static QVector<ToolMessage> errorsIn(const QByteArray &text)
         error.column = int((dice >> 14) % 32);
         if ((dice & 4) != 0)
             error.code = "PINNOTFOUND";
-        error.text = "Can't find 'q'";
+        static const char *const texts[] = {"Can't find 'q'", "syntax error, unexpected q",
+                                            "Pin is not an in/out/inout/interface: 'q'"};
+        error.text = QLatin1String(texts[(dice >> 19) % 3]);
         errors.append(error);
     }
     return errors;
 }
 
-// What is found faulty goes; the rest stays where it was.
+// Blanks may stand for what was taken out, a plain value or type for what was mended, and
+// separators may have come behind lines. Everything else is where it was.
+static void checkRemains(const QByteArray &before, const QByteArray &after)
+{
+    const QList<QByteArray> linesBefore = before.split('\n');
+    const QList<QByteArray> linesAfter = after.split('\n');
+    require(linesAfter.size() >= linesBefore.size());
+    // The last line has no end, so more may stand behind it.
+    for (int i = 0; i + 1 < linesBefore.size(); ++i) {
+        const QByteArray &was = linesBefore.at(i);
+        const QByteArray &now = linesAfter.at(i);
+        require(now.size() >= was.size());
+        for (int at = 0; at < now.size(); ++at) {
+            const char c = now.at(at);
+            const bool isOwn =
+                at < was.size() && (c == was.at(at) || QByteArray("1bit").contains(c));
+            const bool isSeparator =
+                QByteArray(";,").contains(c) && was.mid(at).trimmed().isEmpty();
+            require(isOwn || c == ' ' || isSeparator);
+        }
+    }
+}
+
+// What is found faulty goes or is mended; the rest stays where it was.
 static void checkRepair(const QByteArray &text, const QByteArray &top)
 {
     DesignRepair repair(text, top);
@@ -119,10 +144,7 @@ static void checkRepair(const QByteArray &text, const QByteArray &top)
     repair.takeOutInstances(scanVerilog(repair.text()).closingCircles());
     repair.gut({top}, top.size() % 2 == 0);
     require(repair.text().size() >= whole.size());
-    for (int i = 0; i < whole.size(); ++i) {
-        const char now = repair.text().at(i);
-        require(now == whole.at(i) || (now == ' ' && whole.at(i) != '\n'));
-    }
+    checkRemains(whole, repair.text());
 }
 
 // Behind the preprocessor.

@@ -274,7 +274,10 @@ void DesignRepair::Round::finish()
     for (auto each = added.cend(); each != added.cbegin();) {
         --each;
         const VerilogToken &token = tokens.at(each.key());
-        repair->design.insert(int(token.begin + token.length), each.value());
+        // Only a blank ends an escaped identifier.
+        const bool isEscaped = token.begin > 0 && repair->design.at(int(token.begin) - 1) == '\\';
+        repair->design.insert(int(token.begin + token.length),
+                              (isEscaped ? " " : "") + QByteArray(1, each.value()));
     }
     if (hollow.isEmpty())
         return;

@@ -92,7 +92,8 @@ bool DesignRepair::Round::addSeparator(const VerilogUnit &unit, int token)
     const VerilogToken &before = tokens.at(last);
     const auto behind = int(before.begin + before.length);
     const auto here = int(tokens.at(token).begin);
-    const bool beginsLine = repair->design.mid(behind, here - behind).contains('\n');
+    const QByteArray gap = repair->design.mid(behind, here - behind);
+    const bool beginsLine = gap.contains('\n') && gap.left(gap.indexOf('\n')).trimmed().isEmpty();
     const bool mayEnd = before.kind == VerilogToken::Word || before.kind == VerilogToken::Number
         || before.kind == VerilogToken::String || tokens.isAny(last, {")", "]", "}"});
     if (!beginsLine || !mayEnd)

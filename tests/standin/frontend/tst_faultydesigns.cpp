@@ -38,6 +38,8 @@ void tst_FaultyDesigns::theRestIsRead_data()
     // The body begins in the third line, and behind it a process and an instance follow.
     QTest::newRow("lost-semicolon") << QByteArray("wire [1:0] x = {2{clk}}\nwire y, z;")
                                     << "4:1: " << QStringList{"top/x[1:0]", "top/y", "top/z"};
+    QTest::newRow("lost-semicolon-behind-an-escaped-name")
+        << QByteArray("wire y = \\first \nwire z;") << "4:1: " << QStringList{"top/y", "top/z"};
     QTest::newRow("lost-semicolons-ahead-of-processes")
         << QByteArray("reg x; wire y = x, z = x\nalways @* begin : g\nreg w; w = x\nx = w\nend")
         << "4:1: " << QStringList{"top/x", "top/y", "top/z"};
