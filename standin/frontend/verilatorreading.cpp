@@ -112,6 +112,7 @@ QStringList VerilatorReading::arguments(const QString &top) const
               << "-Wno-CONTASSREG"
               << "-Wno-IMPURE"
               << "-Wno-TIMESCALEMOD"
+              << "-Wwarn-ENUMVALUE"
               << "-Wwarn-PROCASSWIRE"
               << "-Wwarn-ASSIGNIN"
               // Of a generate loop it takes sixteen times as many rounds.

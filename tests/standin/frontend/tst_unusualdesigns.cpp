@@ -32,6 +32,9 @@ void tst_UnusualDesigns::readableConstructsAreNoErrors_data()
     addBodies();
     QTest::newRow("assigned-wire") << QByteArray("wire w; always @* w = a[0]; initial w = 1;");
     QTest::newRow("assigned-input") << QByteArray("assign a = 3; always @* clk = 1;");
+    QTest::newRow("implicit-enumeration")
+        << QByteArray("typedef enum logic [1:0] {A, B} e; e x; assign x = a[1:0];\n"
+                      "struct packed {e y; logic z;} s; assign s = '{default: '1};");
     QTest::newRow("expression-on-output") << QByteArray("sub u(.o(1'b0));");
     QTest::newRow("strengths") << QByteArray(
         "assign (strong0, weak1) q = a[0]; wire (pull0, pull1) w = a[0];\n"
