@@ -1,0 +1,4 @@
+// SPDX-FileCopyrightText: The project's authors
+// SPDX-License-Identifier: MIT
+
+always @(posedge clk) o <= o + 1; // body
