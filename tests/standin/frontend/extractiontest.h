@@ -33,6 +33,12 @@ struct ModulesAnswer
     QStringList messages;
 
     QStringList errors() const { return messages.filter(QRegExp("^ERROR")); }
+
+    /// The messages but for what depends on the machine: that it doesn't confine GHDL.
+    QStringList ofTheDesign() const
+    {
+        return messages.filter(QRegExp("^(?!WARNING: bubblewrap )"));
+    }
 };
 
 /// Describes a design and has it read, with a cache of its own.

@@ -262,7 +262,7 @@ void tst_VhdlDesigns::entitiesFitTheirInstancesInVerilog()
                         "  .Q(y[1])), u2 (.clk_in(clk), .Q(y[2]));\n"
                         "Shift_Reg #(4, 1'b0, \"x\") u3 (.Clk_In(clk), .Q(y[3]));\n"
                         "shift_reg #(.width(8'h2)) u4 (clk, d[1:0], y[4]);\nendmodule\n"));
-    QCOMPARE(test.modules("top").messages,
+    QCOMPARE(test.modules("top").ofTheDesign(),
              QStringList("WARNING: " + file + ":8:4: no assignment for port \"parity\""));
     const auto netlist = test.netlist();
     QCOMPARE(levelLines(*netlist),
@@ -308,7 +308,7 @@ void tst_VhdlDesigns::topTakesTruthForABooleanGeneric()
     test.add(test.write("shift.vhd", genericEntity()));
     test.info.insert(Standin::DesignInfo::Generics,
                      QVariantMap{{"has_parity", true}, {"WIDTH", 3}});
-    QCOMPARE(test.modules("shift_reg").messages.join('\n'), QString());
+    QCOMPARE(test.modules("shift_reg").ofTheDesign().join('\n'), QString());
     const auto netlist = test.netlist();
     QCOMPARE(levelLines(*netlist).size(), 3);
     QVERIFY(netLines(*netlist).contains("shift_reg/store[3:0]"));
