@@ -89,9 +89,8 @@ QByteArray VhdlRepair::Round::instantiated(const VhdlConstruct &instance) const
 
 QByteArray quotedName(const QString &text)
 {
-    const QRegularExpression quoted("[\"']([A-Za-z_][\\w.]*)[\"']");
-    const QRegularExpressionMatch match = quoted.match(text);
-    return match.captured(1).toLower().toUtf8();
+    static const QRegularExpression quoted("[\"']([A-Za-z_][\\w.]*)[\"']");
+    return quoted.match(text).captured(1).toLower().toUtf8();
 }
 
 bool namesLibrary(const ToolMessage &error)
