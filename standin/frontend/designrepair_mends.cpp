@@ -149,9 +149,15 @@ bool DesignRepair::Round::takeOutImport(const VerilogUnit &unit, int token)
 
 bool DesignRepair::Round::mendValue(const VerilogUnit &unit, int token)
 {
+    // What is faulty may stand in brackets of the value.
+    int open = openBracketAround(token, unit.name + 1);
+    for (int outer = open; (outer = openBracketAround(outer, unit.name + 1)) >= 0; open = outer)
+        token = open;
     int equals = token;
-    while (equals > unit.name && !tokens.isAny(equals, {"=", ",", "("}))
-        --equals;
+    while (equals > std::max(open, unit.name) && !tokens.isAny(equals, {"=", ","})) {
+        const int match = tokens.at(equals).match;
+        equals = match >= 0 && match < equals ? match - 1 : equals - 1;
+    }
     if (!tokens.is(equals, '=') || equals >= token)
         return false;
     int end = equals + 1;

@@ -247,6 +247,13 @@ void tst_FaultyDesigns::moduleOutlivesItsFirstLine_data()
     QTest::newRow("undefined-value")
         << QByteArray("#(parameter W = `W, V = 4)\n(input clk, input [V:W] x);")
         << "1:" << QStringList{"top/m/x[4:1]"};
+    QTest::newRow("undefined-value-in-brackets")
+        << QByteArray("#(parameter W = (2 + (P)) * 2, V = 4)\n(input clk, input [V:W] x);")
+        << "1:" << QStringList{"top/m/x[4:1]"};
+    QTest::newRow("undefined-value-behind-brackets")
+        << QByteArray("#(parameter W = $clog2(4) + {2'd1, 2'd2} + P, V = 4)\n"
+                      "(input clk, input [V:W] x);")
+        << "1:" << QStringList{"top/m/x[4:1]"};
     QTest::newRow("lost-comma") << QByteArray(
         "#(parameter W = 2\nparameter V = 4) (\ninput clk\ninput [V:W] x\n);")
                                 << "2:1: " << QStringList{"top/m/x[4:2]"};
