@@ -22,6 +22,9 @@ bool VerilatorReading::isVhdlTop(const QString &top) const
     return module && module->isVhdl;
 }
 
+/// By offset: how many characters give way, and to what.
+using TextEdits = QMap<quint32, QPair<int, QByteArray>>;
+
 // Each set of generics of an entity takes a run of GHDL.
 static const int mostVariants = 32;
 
@@ -34,21 +37,39 @@ static QByteArray typeOfGeneric(const ScannedModule &entity, const QByteArray &n
     return QByteArray();
 }
 
-/// \a value as GHDL takes it for a generic of \a type; empty if it is nothing of the kind.
+static bool isLogic(const QByteArray &type)
+{
+    return type == "std_logic" || type == "std_ulogic" || type == "bit";
+}
+
+/// \a value as GHDL takes it for a generic of \a type; empty if it is nothing of the kind, or if
+/// GHDL takes none of that type.
 static QByteArray genericValue(const QByteArray &value, const QByteArray &type)
 {
     if (value.startsWith('"') && value.size() >= 2)
         return value.mid(1, value.size() - 2);
+    if (type == "real" || type == "time")
+        return QByteArray();
+    const bool isVector = type.endsWith("_vector") || type == "unsigned" || type == "signed";
+    const QByteArray digits = value.toLower().replace("_", "");
     bool isNumber = false;
-    qint64 number = value.toLongLong(&isNumber);
+    qint64 number = digits.toLongLong(&isNumber);
+    int width = 0;
     if (!isNumber) {
-        const VerilogConstant constant = parseVerilogConstant(QString::fromLatin1(value));
-        if (constant.width < 0 || constant.width > 63 || constant.hasZ)
+        const VerilogConstant constant = parseVerilogConstant(QString::fromLatin1(digits));
+        const bool isKnown = !constant.hasZ && !digits.contains('x') && !digits.contains('?');
+        if (constant.width < 0 || constant.width > 63 || !isKnown)
             return QByteArray();
         number = qint64(constant.value);
+        width = constant.width;
     }
+    // A vector takes a digit for each element, and only constants with a width tell how many.
+    if (isVector)
+        return QByteArray::number(quint64(number), 2).right(width).rightJustified(width, '0');
     if (type == "boolean")
         return number == 0 ? "false" : "true";
+    if (isLogic(type))
+        return number == 0 ? "'0'" : "'1'";
     return QByteArray::number(number);
 }
 
@@ -78,9 +99,10 @@ QVector<Setting> VerilatorReading::genericsOfTop(const ScannedModule &entity) co
 {
     QVector<Setting> generics = sources.generics;
     for (Setting &generic : generics) {
-        const bool isBoolean = typeOfGeneric(entity, generic.name.toUtf8()) == "boolean";
-        if (isBoolean && (generic.value == "1" || generic.value == "0"))
-            generic.value = QLatin1String(generic.value == "1" ? "true" : "false");
+        const QByteArray type = typeOfGeneric(entity, generic.name.toUtf8());
+        const bool isTruth = generic.value == "1" || generic.value == "0";
+        if (isTruth && (type == "boolean" || isLogic(type)))
+            generic.value = QString::fromLatin1(genericValue(generic.value.toLatin1(), type));
     }
     return generics;
 }
@@ -166,6 +188,31 @@ static bool isContinued(const ScannedModule &module, int instance)
         && module.instances.at(instance - 1).typeOffset == module.instances.at(instance).typeOffset;
 }
 
+/// Notes in \a edits how the ports that stand in the list that begins at \a open have to be
+/// spelled. What stands in the connections themselves are names of Verilog, which stay as they are.
+static void spellPorts(const VerilogTokens &tokens, int open,
+                       const QHash<QByteArray, QByteArray> &spelling, TextEdits *edits)
+{
+    const int close = tokens.behind(open) - 1;
+    for (int i = open + 1; i < close; i = tokens.behind(i)) {
+        const bool isNamed = tokens.is(i, '.') && (i == open + 1 || tokens.is(i - 1, ','));
+        if (!isNamed || !tokens.isWord(i + 1))
+            continue;
+        const QByteArray port = tokens.text(i + 1);
+        const QByteArray spelled = spelling.value(port.toLower(), port);
+        if (spelled == port)
+            continue;
+        const VerilogToken &word = tokens.at(i + 1);
+        if (tokens.is(i + 2, '(')) {
+            edits->insert(word.begin, {port.size(), spelled});
+            continue;
+        }
+        // A name alone stands for the net of that name as well.
+        edits->insert(tokens.at(i).begin, {1, '.' + spelled + '('});
+        edits->insert(word.begin + word.length, {0, " )"});
+    }
+}
+
 /// Leads each instance of an entity in the Verilog text to the module that was made for its
 /// generics, and spells its ports as the entity does, since VHDL knows no case.
 void VerilatorReading::fitInstances()
@@ -173,7 +220,7 @@ void VerilatorReading::fitInstances()
     if (entityModules.isEmpty())
         return;
     const VerilogTokens tokens(preprocessed.text);
-    QMap<quint32, QPair<int, QByteArray>> edits;
+    TextEdits edits;
     for (const ScannedModule &module : preprocessed.graph.all()) {
         for (int number = 0; number < module.instances.size(); ++number) {
             const InstanceUse &use = module.instances.at(number);
@@ -188,11 +235,9 @@ void VerilatorReading::fitInstances()
             QHash<QByteArray, QByteArray> spelling;
             for (const QByteArray &port : entity->ports)
                 spelling.insert(port.toLower(), port);
-            for (int i = type; i < tokens.count() && !tokens.is(i, ';'); ++i) {
-                const QByteArray port = tokens.isWord(i) ? tokens.text(i) : QByteArray();
-                const QByteArray spelled = spelling.value(port.toLower(), port);
-                if (tokens.is(i - 1, '.') && spelled != port)
-                    edits.insert(tokens.at(i).begin, {port.size(), spelled});
+            for (int i = type; i < tokens.count() && !tokens.is(i, ';'); i = tokens.behind(i)) {
+                if (tokens.is(i, '(') && !tokens.is(i - 1, '#'))
+                    spellPorts(tokens, i, spelling, &edits);
             }
         }
     }

@@ -26,6 +26,9 @@ private slots:
     void memoriesStayMemories();
     void ownAttributeIsLeftAlone();
     void entitiesFitTheirInstancesInVerilog();
+    void connectionsOfEntitiesKeepTheirNames();
+    void genericsTakeConstantsOfTheirType_data();
+    void genericsTakeConstantsOfTheirType();
     void setsOfGenericsHaveALimit();
     void topTakesTruthForABooleanGeneric();
     void emptyEntityIsALevel();
@@ -274,6 +277,69 @@ void tst_VhdlDesigns::entitiesFitTheirInstancesInVerilog()
                      {"top/u0/DataIn[7:0]", "top/u0/store[8:0]", "top/u1/DataIn[15:0]",
                       "top/u2/store[16:0]", "top/u3/DataIn[3:0]", "top/u4/store[2:0]"}),
              QStringList());
+}
+
+/// Names of members and nets that differ from a port's only in case, and names that stand for both.
+void tst_VhdlDesigns::connectionsOfEntitiesKeepTheirNames()
+{
+    ExtractionTest test;
+    test.add(test.write("fifo.vhd",
+                        "library ieee; use ieee.std_logic_1164.all;\n"
+                        "entity fifo is port (CLK, DATA : in std_logic; Q : out std_logic); end;\n"
+                        "architecture a of fifo is begin Q <= DATA and CLK; end;\n"));
+    test.add(test.write("top.sv",
+                        "typedef struct packed {logic data; logic q;} pair;\n"
+                        "module top(input clk, input pair p, output pair o, output q);\n"
+                        "fifo u0 (.clk(clk), .data(p.data), .q(o.q));\n"
+                        "fifo u1 (clk, p.data, o.data), u2 (.\\clk , .data(p.q), .q);\n"
+                        "endmodule\n"));
+    QCOMPARE(test.modules("top").ofTheDesign(), QStringList());
+    const auto netlist = test.netlist();
+    QCOMPARE(levelLines(*netlist),
+             (QStringList{"top top", "top/u0 fifo", "top/u1 fifo", "top/u2 fifo"}));
+    QCOMPARE(missing(netLines(*netlist), {"top/u0/DATA", "top/u2/CLK", "top/u2/Q"}), QStringList());
+}
+
+void tst_VhdlDesigns::genericsTakeConstantsOfTheirType_data()
+{
+    QTest::addColumn<QByteArray>("type");
+    QTest::addColumn<QByteArray>("value");
+    QTest::addColumn<QByteArray>("condition");
+
+    QTest::newRow("logic") << QByteArray("std_logic := '0'") << QByteArray("1'b1")
+                           << QByteArray("G = '1'");
+    QTest::newRow("bit") << QByteArray("bit := '1'") << QByteArray("0") << QByteArray("G = '0'");
+    QTest::newRow("vector") << QByteArray("std_logic_vector(3 downto 0) := \"0000\"")
+                            << QByteArray("4'h2") << QByteArray("G = \"0010\"");
+    QTest::newRow("vector-without-width") << QByteArray("std_logic_vector(3 downto 0) := \"0101\"")
+                                          << QByteArray("2") << QByteArray("G = \"0101\"");
+    QTest::newRow("real") << QByteArray("real := 3.0") << QByteArray("2") << QByteArray("G > 2.5");
+    QTest::newRow("divided-digits")
+        << QByteArray("integer := 0") << QByteArray("16'H1_0") << QByteArray("G = 16");
+    QTest::newRow("unknown-digits")
+        << QByteArray("integer := 5") << QByteArray("4'bx1") << QByteArray("G = 5");
+}
+
+void tst_VhdlDesigns::genericsTakeConstantsOfTheirType()
+{
+    QFETCH(QByteArray, type);
+    QFETCH(QByteArray, value);
+    QFETCH(QByteArray, condition);
+    ExtractionTest test;
+    test.add(test.write("e.vhd",
+                        "library ieee; use ieee.std_logic_1164.all;\n"
+                        "entity e is generic (G : "
+                            + type
+                            + "); port (a : in std_logic); end;\n"
+                              "architecture r of e is begin g1 : if "
+                            + condition
+                            + " generate signal taken : std_logic; begin taken <= not a; end "
+                              "generate; end;\n"));
+    test.add(test.write("top.v",
+                        "module top(input x);\ne #(.G(" + value + ")) u (.a(x));\nendmodule\n"));
+    QCOMPARE(test.modules("top").errors(), QStringList());
+    const QStringList lines = netLines(*test.netlist());
+    QVERIFY2(!lines.filter("taken").isEmpty(), qPrintable(lines.join('\n')));
 }
 
 void tst_VhdlDesigns::setsOfGenericsHaveALimit()
