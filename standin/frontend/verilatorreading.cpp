@@ -206,7 +206,10 @@ VerilatorReading::Attempt VerilatorReading::run(const QString &top, const QByteA
     farm.write("elaboration.log", QByteArray());
     attempt.result = tools.run(command, progress);
     attempt.messages = readVerilatorLog(farm.readLog("elaboration.log"));
-    attempt.log = logLines(attempt.messages, farm);
+    QVector<ToolMessage> told;
+    for (const ToolMessage &message : qAsConst(attempt.messages))
+        told.append(asInSources(message));
+    attempt.log = logLines(told, farm);
     if (attempt.result.succeeded())
         attempt.log = asWarnings(attempt.log);
     else if (attempt.result.outcome == ToolOutcome::Cancelled)

@@ -47,6 +47,7 @@ private:
                                 QStringList *log) const;
     QVector<Setting> genericsOfTop(const ScannedModule &entity) const;
     void fitInstances();
+    ToolMessage asInSources(const ToolMessage &message) const;
     QByteArray designText() const;
     void closeTop(const QString &top, QStringList *log);
     Attempt run(const QString &top, const QByteArray &text);

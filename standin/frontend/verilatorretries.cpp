@@ -231,7 +231,7 @@ void VerilatorReading::repair(const QString &top, Attempt *attempt)
         QVector<DesignRepair::Concern> concerns;
         const bool isPlaced = repaired.takeOut(next.messages, &concerns);
         for (int i = 0; i < next.messages.size(); ++i) {
-            ToolMessage message = next.messages.at(i);
+            ToolMessage message = asInSources(next.messages.at(i));
             if (concerns.at(i) == DesignRepair::Concern::Consequence)
                 continue;
             message.isError = message.isError && concerns.at(i) == DesignRepair::Concern::Design;

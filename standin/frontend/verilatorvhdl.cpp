@@ -6,6 +6,7 @@
 #include "frontend/verilatorreading.h"
 
 #include "frontend/progress.h"
+#include "frontend/sourceplaces.h"
 #include "frontend/toollog.h"
 #include "frontend/verilogscanner.h"
 #include "frontend/verilogtext.h"
@@ -13,6 +14,8 @@
 #include "netlist/xmldesignreader.h"
 
 #include <QMap>
+
+#include <algorithm>
 
 namespace Standin {
 
@@ -213,6 +216,60 @@ static void spellPorts(const VerilogTokens &tokens, int open,
     }
 }
 
+static QString lineKey(const QString &file, int line)
+{
+    return file + ':' + QString::number(line);
+}
+
+/// The lines that become longer by \a edits of \a text, as PreprocessedText has them.
+static QHash<QString, QVector<QPair<int, int>>> widenedLines(const TextEdits &edits,
+                                                             const QByteArray &text)
+{
+    QHash<QString, QVector<QPair<int, int>>> widened;
+    const SourcePlaces places(text);
+    const SourcePlaces::Stretch *stretch = nullptr;
+    quint32 at = 0;
+    quint32 lineBegin = 0;
+    int line = 0;
+    for (auto edit = edits.cbegin(); edit != edits.cend(); ++edit) {
+        const SourcePlaces::Stretch *const here = places.stretchAt(edit.key());
+        const int growth = edit->second.size() - edit->first;
+        if (!here || growth == 0)
+            continue;
+        if (here != stretch) {
+            stretch = here;
+            at = lineBegin = here->begin;
+            line = here->line;
+        }
+        for (; at < edit.key(); ++at) {
+            if (text.at(int(at)) == '\n') {
+                ++line;
+                lineBegin = at + 1;
+            }
+        }
+        // A file that is included again brings the same lines again.
+        QVector<QPair<int, int>> &ofLine = widened[lineKey(here->file, line)];
+        const auto column = int(edit.key() - lineBegin);
+        if (ofLine.isEmpty() || ofLine.last().first < column)
+            ofLine.append({column, growth});
+    }
+    return widened;
+}
+
+/// \a message with the column that the user's file has, where fitInstances() made lines longer.
+ToolMessage VerilatorReading::asInSources(const ToolMessage &message) const
+{
+    ToolMessage told = message;
+    if (preprocessed.widened.isEmpty())
+        return told;
+    const auto places = preprocessed.widened.value(lineKey(message.file, message.line));
+    for (const QPair<int, int> &place : places) {
+        if (told.column - 1 > place.first)
+            told.column = std::max(place.first + 1, told.column - place.second);
+    }
+    return told;
+}
+
 /// Leads each instance of an entity in the Verilog text to the module that was made for its
 /// generics, and spells its ports as the entity does, since VHDL knows no case.
 void VerilatorReading::fitInstances()
@@ -243,6 +300,7 @@ void VerilatorReading::fitInstances()
     }
     if (edits.isEmpty())
         return;
+    preprocessed.widened = widenedLines(edits, preprocessed.text);
     // The last first, so that the offsets of the others stay right.
     for (auto edit = edits.cend(); edit != edits.cbegin();) {
         --edit;

@@ -11,6 +11,8 @@
 #include "frontend/toollog.h"
 
 #include <QByteArray>
+#include <QHash>
+#include <QPair>
 #include <QSet>
 #include <QStringList>
 #include <QVector>
@@ -47,6 +49,10 @@ struct PreprocessedText
     QStringList log;
     QVector<ToolMessage> messages; ///< The tool's, which the log has too.
     QStringList included;          ///< Real paths of the included files.
+
+    /// Where lines were made longer since: by "file:line" the columns from 0, in order, and by how
+    /// much.
+    QHash<QString, QVector<QPair<int, int>>> widened;
 };
 
 /// Runs the preprocessor over the Verilog files of a design, in their private directory.

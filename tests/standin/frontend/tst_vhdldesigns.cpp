@@ -27,6 +27,7 @@ private slots:
     void ownAttributeIsLeftAlone();
     void entitiesFitTheirInstancesInVerilog();
     void connectionsOfEntitiesKeepTheirNames();
+    void errorsBesideEntitiesKeepTheirColumns();
     void genericsTakeConstantsOfTheirType_data();
     void genericsTakeConstantsOfTheirType();
     void setsOfGenericsHaveALimit();
@@ -298,6 +299,24 @@ void tst_VhdlDesigns::connectionsOfEntitiesKeepTheirNames()
     QCOMPARE(levelLines(*netlist),
              (QStringList{"top top", "top/u0 fifo", "top/u1 fifo", "top/u2 fifo"}));
     QCOMPARE(missing(netLines(*netlist), {"top/u0/DATA", "top/u2/CLK", "top/u2/Q"}), QStringList());
+}
+
+void tst_VhdlDesigns::errorsBesideEntitiesKeepTheirColumns()
+{
+    ExtractionTest test;
+    test.add(test.write("shift.vhd", genericEntity()));
+    const QString file = test.write(
+        "top.sv",
+        "module top(input clk_in, input [3:0] d);\n"
+        "Shift_Reg #(2) u0 (.Clk_In(clk_in)); Shift_Reg #(3) u1 (.clk_in, .none1(d));\n"
+        "Shift_Reg #(4) u2 (.none2(d)); Shift_Reg #(4) u3 (.clk_in, .none3(d)); assign b = a0;\n"
+        "endmodule\n");
+    test.add(file);
+    const QString begin = "ERROR: " + file;
+    QCOMPARE(test.modules("top").errors().filter("none"),
+             (QStringList{begin + ":2:67: Pin not found: 'none1'",
+                          begin + ":3:21: Pin not found: 'none2'",
+                          begin + ":3:61: Pin not found: 'none3'"}));
 }
 
 void tst_VhdlDesigns::genericsTakeConstantsOfTheirType_data()
