@@ -216,6 +216,20 @@ static void spellPorts(const VerilogTokens &tokens, int open,
     }
 }
 
+// In one pass: each replacement in place would move all the text behind it.
+static QByteArray withEdits(const QByteArray &text, const TextEdits &edits)
+{
+    QByteArray edited;
+    edited.reserve(text.size() + text.size() / 8);
+    int at = 0;
+    for (auto edit = edits.cbegin(); edit != edits.cend(); ++edit) {
+        edited.append(text.constData() + at, int(edit.key()) - at);
+        edited += edit->second;
+        at = int(edit.key()) + edit->first;
+    }
+    return edited.append(text.constData() + at, text.size() - at);
+}
+
 static QString lineKey(const QString &file, int line)
 {
     return file + ':' + QString::number(line);
@@ -301,11 +315,7 @@ void VerilatorReading::fitInstances()
     if (edits.isEmpty())
         return;
     preprocessed.widened = widenedLines(edits, preprocessed.text);
-    // The last first, so that the offsets of the others stay right.
-    for (auto edit = edits.cend(); edit != edits.cbegin();) {
-        --edit;
-        preprocessed.text.replace(int(edit.key()), edit->first, edit->second);
-    }
+    preprocessed.text = withEdits(preprocessed.text, edits);
     preprocessed.graph = scanVerilog(preprocessed.text);
 }
 
