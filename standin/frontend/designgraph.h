@@ -19,7 +19,8 @@ struct ConnectionUse
 {
     QByteArray name;
     bool isType = false; ///< The value is a data type.
-    QByteArray value; ///< The value of a parameter if it is a single number or string, else empty.
+    /// The value of a parameter if it is a string or a number, which may be negative; else empty.
+    QByteArray value;
 };
 
 /// A statement that instantiates something.

@@ -249,9 +249,12 @@ QVector<ConnectionUse> VerilogScanner::readConnections(int bracket) const
         }
         const int valueEnd = tokens.is(i, '.') ? end - 1 : end;
         use.isType = readsAsType(value, valueEnd);
-        const quint32 kind = tokens.at(value).kind;
-        if (valueEnd - value == 1 && (kind == VerilogToken::Number || kind == VerilogToken::String))
-            use.value = tokens.text(value);
+        const bool isNegative =
+            tokens.is(value, '-') && tokens.at(value + 1).kind == VerilogToken::Number;
+        const int last = isNegative ? value + 1 : value;
+        const quint32 kind = tokens.at(last).kind;
+        if (valueEnd == last + 1 && (kind == VerilogToken::Number || kind == VerilogToken::String))
+            use.value = (isNegative ? "-" : "") + tokens.text(last);
         if (!wildcard)
             connections.append(use);
         i = end + 1;

@@ -335,6 +335,8 @@ void tst_VhdlDesigns::genericsTakeConstantsOfTheirType_data()
     QTest::newRow("real") << QByteArray("real := 3.0") << QByteArray("2") << QByteArray("G > 2.5");
     QTest::newRow("divided-digits")
         << QByteArray("integer := 0") << QByteArray("16'H1_0") << QByteArray("G = 16");
+    QTest::newRow("negative") << QByteArray("integer := 0") << QByteArray("-5")
+                              << QByteArray("G = -5");
     QTest::newRow("unknown-digits")
         << QByteArray("integer := 5") << QByteArray("4'bx1") << QByteArray("G = 5");
 }
