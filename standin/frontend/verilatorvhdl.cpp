@@ -86,10 +86,15 @@ QVector<Setting> VerilatorReading::genericsOf(const ScannedModule &entity, const
         const ConnectionUse &parameter = use.parameters.at(i);
         const QByteArray name =
             parameter.name.isEmpty() ? entity.parameters.value(i) : parameter.name;
-        const QByteArray value = genericValue(parameter.value, typeOfGeneric(entity, name));
-        if (name.isEmpty() || value.isEmpty())
-            log->append("WARNING: the instance \"" + QString::fromUtf8(use.name)
-                        + "\" gives a generic of \"" + QString::fromUtf8(entity.name)
+        const QByteArray type = typeOfGeneric(entity, name);
+        const QByteArray value = genericValue(parameter.value, type);
+        const QString instance =
+            "WARNING: the instance \"" + printable(QString::fromUtf8(use.name));
+        const QString ofEntity = printable(QString::fromUtf8(entity.name));
+        if (type.isEmpty())
+            log->append(instance + "\" gives a generic that \"" + ofEntity + "\" doesn't have");
+        else if (value.isEmpty())
+            log->append(instance + "\" gives a generic of \"" + ofEntity
                         + "\" a value that is no plain number; the default stays");
         else
             generics.append({QString::fromUtf8(name), QString::fromUtf8(value)});

@@ -30,6 +30,7 @@ private slots:
     void errorsBesideEntitiesKeepTheirColumns();
     void genericsTakeConstantsOfTheirType_data();
     void genericsTakeConstantsOfTheirType();
+    void instanceWithAnUnknownGenericStays();
     void setsOfGenericsHaveALimit();
     void topTakesTruthForABooleanGeneric();
     void emptyEntityIsALevel();
@@ -361,6 +362,23 @@ void tst_VhdlDesigns::genericsTakeConstantsOfTheirType()
     QCOMPARE(test.modules("top").errors(), QStringList());
     const QStringList lines = netLines(*test.netlist());
     QVERIFY2(!lines.filter("taken").isEmpty(), qPrintable(lines.join('\n')));
+}
+
+void tst_VhdlDesigns::instanceWithAnUnknownGenericStays()
+{
+    ExtractionTest test;
+    test.add(test.write("e.vhd",
+                        "entity e is generic (w : natural := 4);\n"
+                        "port (y : out bit_vector(w - 1 downto 0)); end;\n"
+                        "architecture a of e is begin y <= (others => '1'); end;\n"));
+    test.add(test.write("top.v",
+                        "module top(output [1:0] a, output [3:0] b);\n"
+                        "e #(.w(2), .no(1)) u (.y(a));\ne #(4, 5) v (.y(b));\nendmodule\n"));
+    QCOMPARE(test.modules("top").ofTheDesign(),
+             (QStringList{"WARNING: the instance \"u\" gives a generic that \"e\" doesn't have",
+                          "WARNING: the instance \"v\" gives a generic that \"e\" doesn't have"}));
+    const auto netlist = test.netlist();
+    QCOMPARE(missing(netLines(*netlist), {"top/u/y[1:0]", "top/v/y[3:0]"}), QStringList());
 }
 
 void tst_VhdlDesigns::setsOfGenericsHaveALimit()
